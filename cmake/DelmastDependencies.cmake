@@ -1,0 +1,43 @@
+# SPDX-FileCopyrightText: 2026 The Delmast Time authors
+# SPDX-License-Identifier: BSD-3-Clause
+#
+# Finds the toolkit and the frameworks of the chosen generation and gives them names without a version,
+# so that no other build file knows which of the two it is.
+
+set(QT_MIN_VERSION 5.15.2)
+find_package(Qt${QT_MAJOR_VERSION} ${QT_MIN_VERSION} REQUIRED COMPONENTS Core Gui Widgets Svg PrintSupport Test)
+if(QT_MAJOR_VERSION EQUAL 5)
+  foreach(component Core Gui Widgets Svg PrintSupport Test)
+    if(NOT TARGET Qt::${component})
+      add_library(Qt::${component} ALIAS Qt5::${component})
+    endif()
+  endforeach()
+endif()
+
+set(DELMAST_KF_COMPONENTS
+    CalendarCore Config ConfigWidgets CoreAddons I18n IconThemes KIO WidgetsAddons WindowSystem XmlGui)
+if(QT_MAJOR_VERSION EQUAL 5)
+  find_package(KF5 5.103 REQUIRED COMPONENTS ${DELMAST_KF_COMPONENTS} Notifications)
+  set(DELMAST_KF_TARGETS
+      CalendarCore ConfigCore ConfigGui ConfigWidgets CoreAddons I18n IconThemes KIOCore KIOFileWidgets KIOWidgets
+      WidgetsAddons WindowSystem XmlGui)
+  add_library(KF::StatusNotifierItem ALIAS KF5::Notifications)
+else()
+  find_package(KF6 6.13 REQUIRED COMPONENTS ${DELMAST_KF_COMPONENTS} StatusNotifierItem)
+  set(DELMAST_KF_TARGETS
+      CalendarCore ConfigCore ConfigGui ConfigWidgets CoreAddons I18n IconThemes KIOCore KIOFileWidgets KIOWidgets
+      WidgetsAddons WindowSystem XmlGui)
+  add_library(KF::StatusNotifierItem ALIAS KF6::StatusNotifierItem)
+endif()
+foreach(component ${DELMAST_KF_TARGETS})
+  if(NOT TARGET KF::${component})
+    add_library(KF::${component} ALIAS KF${QT_MAJOR_VERSION}::${component})
+  endif()
+endforeach()
+
+find_package(EXPAT REQUIRED)
+
+find_program(DELMAST_CCACHE ccache)
+if(DELMAST_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${DELMAST_CCACHE})
+endif()
