@@ -1,0 +1,114 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "widgets/wdatetimewidget.h"
+
+#include <KDateComboBox>
+#include <KTimeComboBox>
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
+namespace
+{
+/** Before anybody has set a day. */
+const QDate FirstDay(2000, 1, 1);
+
+QDateTime toTheMinute(const QDate &date, const QTime &time)
+{
+    return QDateTime(date, QTime(time.hour(), time.minute()), Qt::UTC);
+}
+} // namespace
+
+WDateTimeWidget::WDateTimeWidget(Kind kind, QWidget *parent)
+    : QWidget(parent)
+    , m_value(toTheMinute(FirstDay, QTime(0, 0)))
+    , m_dateInput(new KDateComboBox(this))
+{
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_dateInput);
+    m_dateInput->installEventFilter(this);
+    connect(m_dateInput, &KDateComboBox::dateEntered, this, &WDateTimeWidget::takeInput);
+    setFocusProxy(m_dateInput);
+    if (kind == Kind::DateTime) {
+        addTimeInput();
+    }
+    showValue();
+}
+
+void WDateTimeWidget::addTimeInput()
+{
+    m_timeInput = new KTimeComboBox(this);
+    layout()->addWidget(m_timeInput);
+    m_timeInput->installEventFilter(this);
+    connect(m_timeInput, &KTimeComboBox::timeEntered, this, &WDateTimeWidget::takeInput);
+}
+
+void WDateTimeWidget::setDate(const QDate &date)
+{
+    setDateTime(QDateTime(date, m_value.time(), Qt::UTC));
+}
+
+void WDateTimeWidget::setDateTime(const QDateTime &dateTime)
+{
+    const QDateTime before = m_value;
+    if (dateTime.isValid()) {
+        m_value = toTheMinute(dateTime.date(), m_timeInput ? dateTime.time() : QTime(0, 0));
+    }
+    showValue();
+    if (m_value.date() != before.date()) {
+        Q_EMIT dateChanged(m_value.date());
+    }
+    if (m_value != before) {
+        Q_EMIT dateTimeChanged(m_value);
+    }
+}
+
+void WDateTimeWidget::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LocaleChange) {
+        if (m_timeInput) {
+            // Only a change of the format makes the input leave the one of the old locale.
+            m_timeInput->setDisplayFormat(QLocale::LongFormat);
+            m_timeInput->setDisplayFormat(QLocale::ShortFormat);
+        }
+        showValue();
+    }
+}
+
+/** The inputs say nothing of a typed text that they leave standing: it is taken when it should be complete.
+ */
+bool WDateTimeWidget::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusOut) {
+        takeInput();
+    } else if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            takeInput();
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void WDateTimeWidget::takeInput()
+{
+    const QDate date = m_dateInput->date();
+    const QTime time = m_timeInput ? m_timeInput->time() : m_value.time();
+    // A date-time would make midnight of a time that is none.
+    setDateTime(
+        QDateTime(date.isValid() ? date : m_value.date(), time.isValid() ? time : m_value.time(), Qt::UTC));
+}
+
+void WDateTimeWidget::showValue()
+{
+    const QSignalBlocker dateBlocker(m_dateInput);
+    m_dateInput->setDate(m_value.date());
+    if (m_timeInput) {
+        const QSignalBlocker timeBlocker(m_timeInput);
+        m_timeInput->setTime(m_value.time());
+    }
+}
