@@ -79,7 +79,7 @@ VelDateTime parseDateTime(std::string_view text)
 QVector<int> parseIntList(std::string_view text)
 {
     QVector<int> list;
-    while (!text.empty()) {
+    while (!text.empty() && list.size() < MaximumListLength) {
         const bool endsInSeparator = text.back() == ',' && text.find(',') == text.size() - 1;
         list.append(parseInt(takePiece(text, ',')));
         if (endsInSeparator)

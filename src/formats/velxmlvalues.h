@@ -24,6 +24,9 @@ namespace VelXmlValues
 [[nodiscard]] QDate parseDate(std::string_view text);
 /** A date, one blank and hour:minute; a part that is missing or impossible is missing in the result. */
 [[nodiscard]] VelDateTime parseDateTime(std::string_view text);
+/** More values than this are no list of days any more; they are left out. */
+constexpr int MaximumListLength = 1000;
+
 /** Decimal numbers joined by ",". */
 [[nodiscard]] QVector<int> parseIntList(std::string_view text);
 

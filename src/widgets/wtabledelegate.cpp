@@ -20,6 +20,7 @@ bool WTableDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, const
 {
     if (event->type() != QEvent::ToolTip || sizeHint(option, index).width() <= option.rect.width())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    QToolTip::showText(event->globalPos(), displayText(index.data(), QLocale()), view->viewport(), option.rect);
+    QToolTip::showText(event->globalPos(), displayText(index.data(), QLocale()), view->viewport(),
+                       option.rect);
     return true;
 }
