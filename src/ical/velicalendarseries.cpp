@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "ical/velicalendarseries.h"
+
+#include <algorithm>
+
+namespace
+{
+/** Months repeat after 12 steps at most, so what an open series does shows within this many. */
+constexpr quint32 StepsOfOpenSeries = 20;
+
+VelRecurrenceRule withEnd(VelRecurrenceRule rule)
+{
+    if (!rule.occurenddate.isValid())
+        rule.occurenddate = QDate(9999, 12, 31);
+    return rule;
+}
+
+VelRecurrenceRule withoutEnd(VelRecurrenceRule rule)
+{
+    rule.occurendcount = 0;
+    rule.occurenddate = QDate();
+    return withEnd(rule);
+}
+} // namespace
+
+VelICalendarSeries::VelICalendarSeries(const VelRecurrenceRule &rule, QDate start)
+    : m_rule(rule)
+    , m_start(start)
+    , m_bounded(withEnd(rule), start, 0, start)
+    , m_endless(withoutEnd(rule), start, 0, start)
+{
+}
+
+bool VelICalendarSeries::isOpen() const
+{
+    return m_rule.occurendcount <= 0 && !m_rule.occurenddate.isValid();
+}
+
+bool VelICalendarSeries::isByDayOfMonth() const
+{
+    return m_rule.recurringtype == VelRecurrenceRule::Monthly && m_rule.occurdaynumber == 0;
+}
+
+bool VelICalendarSeries::follows(Form form) const
+{
+    if (!isByDayOfMonth() && m_rule.recurringtype != VelRecurrenceRule::Yearly)
+        return true;
+    const quint32 last = isOpen() ? std::min(count(), StepsOfOpenSeries) : count();
+    for (quint32 number = 1; number <= last; ++number) {
+        if (day(number) != expected(day(number), form))
+            return false;
+    }
+    return true;
+}
+
+/** The day that the rule of that form has in the month of @p day; none when it passes the month over. */
+QDate VelICalendarSeries::expected(QDate day, Form form) const
+{
+    const bool isMonthly = isByDayOfMonth();
+    int wanted = isMonthly ? m_rule.occurdays.first() : m_start.day();
+    if (form == Form::Clipped)
+        wanted = isMonthly ? std::min(wanted, day.daysInMonth()) : std::min(wanted, 28);
+    return QDate(day.year(), day.month(), wanted);
+}
+
+bool VelICalendarSeries::isIn(const VelRecurrence &recurrence, QDate day)
+{
+    if (!day.isValid() || recurrence.isEmpty())
+        return false;
+    const VelDay wanted(static_cast<qint32>(day.toJulianDay()));
+    const quint32 number = recurrence.firstFrom(wanted);
+    return number <= recurrence.count() && recurrence.startDay(number) == wanted.number;
+}
+
+QVector<QDate> VelICalendarSeries::skipped(Form form) const
+{
+    QVector<QDate> days;
+    for (const QDate day : periodDays(form)) {
+        if (day > m_start && !isIn(m_endless, day))
+            days.append(day);
+    }
+    return days;
+}
+
+QVector<QDate> VelICalendarSeries::periodDays(Form form) const
+{
+    QVector<QDate> days;
+    switch (m_rule.recurringtype) {
+    case VelRecurrenceRule::Weekly:
+        for (const int weekday : m_rule.occurdays) {
+            const QDate first = m_start.addDays(weekday - m_start.dayOfWeek());
+            days += {first, first.addDays(7LL * m_rule.occurevery)};
+        }
+        std::sort(days.begin(), days.end());
+        return days;
+    case VelRecurrenceRule::Monthly:
+        return {isByDayOfMonth() ? expected(m_start, form) : monthWeekday()};
+    case VelRecurrenceRule::Yearly:
+        return {expected(m_start, form)};
+    default:
+        return {m_start};
+    }
+}
+
+/** The rule's weekday in the month of the start. */
+QDate VelICalendarSeries::monthWeekday() const
+{
+    const QDate first(m_start.year(), m_start.month(), 1);
+    const int offset = (m_rule.occurdays.first() - first.dayOfWeek() + 7) % 7;
+    const int lastWeek = (first.daysInMonth() - 1 - offset) / 7;
+    const int week = m_rule.occurdaynumber < 0 ? lastWeek : std::min(m_rule.occurdaynumber - 1, lastWeek);
+    return first.addDays(offset + 7 * week);
+}

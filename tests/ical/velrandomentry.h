@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "model/velentry.h"
+
+#include <QRandomGenerator>
+#include <QStringList>
+
+#include <algorithm>
+
+/** Makes entries of every kind that the program itself can make, the same ones for the same seed. */
+class VelRandomEntry
+{
+public:
+    explicit VelRandomEntry(quint32 seed)
+        : m_random(seed)
+    {
+    }
+
+    /** A number from @p lowest to @p highest. */
+    int number(int lowest, int highest) { return m_random.bounded(lowest, highest + 1); }
+    bool chance(int oneIn) { return number(1, oneIn) == 1; }
+
+    /** Pieces that exchange formats give a meaning of their own, and ordinary ones. */
+    QString text(int pieces)
+    {
+        static const QStringList parts{
+            QStringLiteral("word"),   QStringLiteral(" "),          QStringLiteral("="),
+            QStringLiteral("=0A="),   QStringLiteral("=3D"),        QStringLiteral("\n"),
+            QStringLiteral("=41"),    QStringLiteral(";"),          QStringLiteral(":"),
+            QStringLiteral(","),      QStringLiteral("\\n"),        QStringLiteral("\""),
+            QStringLiteral("<b>"),    QStringLiteral("&amp;"),      QStringLiteral("\u00E4"),
+            QStringLiteral("\u20AC"), QStringLiteral("\t"),         QStringLiteral("\n\n"),
+            QStringLiteral("\\"),     QStringLiteral("\U0001F600"), QStringLiteral("-"),
+            QStringLiteral("\n ind"), QStringLiteral("=\n"),        QStringLiteral("\nEND:VEVENT\n"),
+            QStringLiteral("D1"),     QStringLiteral("\nRRULE:"),   QStringLiteral("%"),
+            QStringLiteral("=4")};
+        QString result;
+        for (int i = number(0, pieces); i > 0; --i)
+            result += parts.at(number(0, static_cast<int>(parts.size()) - 1));
+        return result;
+    }
+
+    VelDateTime dateTime()
+    {
+        const QDate date = QDate(1995, 1, 1).addDays(number(0, 20000));
+        return {date, QTime(number(0, 23), number(0, 59), chance(10) ? number(0, 59) : 0)};
+    }
+
+    VelRecurrenceRule rule(QDate start)
+    {
+        VelRecurrenceRule rule;
+        rule.recurringtype = number(VelRecurrenceRule::Daily, VelRecurrenceRule::Yearly);
+        rule.occurevery = chance(2) ? 1 : number(1, 13);
+        if (rule.recurringtype == VelRecurrenceRule::Weekly)
+            setWeekdays(rule, start);
+        if (rule.recurringtype == VelRecurrenceRule::Monthly)
+            setMonthDay(rule, start);
+        if (chance(2))
+            rule.occurendcount = number(1, 60);
+        else if (chance(2))
+            rule.occurenddate = start.addDays(number(-5, 1500));
+        return rule;
+    }
+
+    VelAccount account()
+    {
+        static const QVector<int> statuses{VelAccount::Unanswered, VelAccount::Declined,
+                                           VelAccount::Tentative, VelAccount::Accepted};
+        const QString address = QStringLiteral("user%1@example.org").arg(number(1, 99));
+        VelAccount account(text(4).replace(QLatin1Char('\n'), QLatin1Char(' ')),
+                           chance(5) ? QString() : address, static_cast<quint32>(number(0, 50)));
+        account.status = statuses.at(number(0, 3));
+        account.attendee = number(VelAccount::RequiredAttendee, VelAccount::ResourceAttendee);
+        account.type = number(VelAccount::NoType, VelAccount::Resource);
+        return account;
+    }
+
+    VelEntry entry()
+    {
+        const VelDateTime start = chance(4) ? dateTime().withTime(QTime(0, 0)) : dateTime();
+        VelDateTime end = start.addSecs(60LL * number(0, chance(5) ? 20000 : 300));
+        if (chance(4))
+            end = end.withTime(QTime(23, 59));
+        VelEntry entry(0, number(VelEntry::Event, VelEntry::Todo), start, std::max(start, end));
+        entry.setTitle(text(6).replace(QLatin1Char('\n'), QLatin1Char(' ')));
+        entry.setDescription(text(20));
+        entry.access = number(VelEntry::NoAccess, VelEntry::Private);
+        entry.display = number(VelEntry::NoDisplay, VelEntry::TentativeTime);
+        entry.priority = number(0, 9);
+        entry.reminder = chance(2) ? static_cast<quint32>(number(0, 10000)) : 0;
+        entry.notime = chance(3);
+        entry.complete = chance(3);
+        entry.user = static_cast<quint32>(number(0, 5));
+        for (int i = number(0, 3); i > 0; --i)
+            entry.accounts.append(account());
+        if (chance(2))
+            entry.rule = rule(start.date());
+        return entry;
+    }
+
+private:
+    void setWeekdays(VelRecurrenceRule &rule, QDate start)
+    {
+        for (int day = 1; day <= 7; ++day) {
+            if (chance(3))
+                rule.occurdays.append(day);
+        }
+        if (rule.occurdays.isEmpty())
+            rule.occurdays.append(start.dayOfWeek());
+    }
+
+    void setMonthDay(VelRecurrenceRule &rule, QDate start)
+    {
+        if (chance(2)) {
+            rule.occurdays = {chance(2) ? start.day() : chance(2) ? number(28, 31) : number(1, 31)};
+            return;
+        }
+        rule.occurdays = {chance(2) ? start.dayOfWeek() : number(1, 7)};
+        rule.occurdaynumber = chance(4) ? -1 : number(1, 4);
+    }
+
+    QRandomGenerator m_random;
+};
