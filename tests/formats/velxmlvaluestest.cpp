@@ -192,11 +192,11 @@ private Q_SLOTS:
         QTEST(VelXmlValues::parseIntList(view(text)), "list");
     }
 
-    void shouldReadLongListInOneGo()
+    void shouldCutEndlessList()
     {
         // In time that grows with the length alone, also where every piece is empty.
         const std::string commas(4000000, ',');
-        QCOMPARE(VelXmlValues::parseIntList(commas).size(), 4000001);
+        QCOMPARE(VelXmlValues::parseIntList(commas).size(), VelXmlValues::MaximumListLength);
     }
 
     void shouldWriteWithoutLeadingZeros()

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QString>
+
+/**
+ * Where questions and error boxes go. The window's body shows message boxes; that of a test answers by
+ * itself.
+ */
+class VelMessages
+{
+public:
+    enum class Answer { Yes, No, Cancel };
+
+    virtual ~VelMessages() = default;
+
+    virtual void error(const QString &text) = 0;
+    virtual void information(const QString &text, const QString &caption = {}) = 0;
+    /** @p yes and @p no are the buttons' texts; empty ones stand for the usual Yes and No. */
+    virtual Answer questionYesNo(const QString &text, const QString &caption, const QString &yes = {},
+                                 const QString &no = {}) = 0;
+    virtual Answer warningYesNoCancel(const QString &text, const QString &caption) = 0;
+};

@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "document/velpaste.h"
+
+#include "document/veldoc.h"
+
+namespace
+{
+/** What somebody else organised becomes the user's own when they put it into their calendar. */
+void takeOver(const VelDoc &doc, VelEntry &entry)
+{
+    if (doc.isOwner(&entry))
+        return;
+    entry.user = doc.getUserId();
+    entry.clearAccountStatuses();
+}
+
+bool isCutFrom(const VelDoc &doc, const VelEntry &entry)
+{
+    const VelEntry *stored = doc.getEntry(entry.localid);
+    // Other calendars use the same small local ids: the notice must be about the very same entry.
+    return stored && stored->isDeleted() && entry.globalid != 0 && stored->globalid == entry.globalid;
+}
+} // namespace
+
+namespace VelPaste
+{
+void moveTo(VelEntry &entry, const VelDateTime &start)
+{
+    const VelDateTime newStart = entry.notime ? start.withTime(entry.getStart().time()) : start;
+    const VelDateTime newEnd = newStart.addSecs(entry.getStart().secsTo(entry.getEnd()));
+    if (!newEnd.isValid())
+        return; // it would end after the last date there is
+    entry.setStart(newStart);
+    entry.setEnd(newEnd);
+}
+
+const VelEntry *addPasted(VelDoc &doc, std::unique_ptr<VelEntry> entry)
+{
+    if (!isCutFrom(doc, *entry))
+        return addCopy(doc, std::move(entry));
+    takeOver(doc, *entry);
+    entry->originalid = 0;
+    entry->uDirty(1);
+    return doc.addEntry(std::move(entry));
+}
+
+const VelEntry *addCopy(VelDoc &doc, std::unique_ptr<VelEntry> entry)
+{
+    takeOver(doc, *entry);
+    entry->localid = 0;
+    entry->globalid = 0;
+    entry->originalid = 0;
+    entry->uDirty(1);
+    return doc.addEntry(doc.newEntry(std::move(entry)));
+}
+} // namespace VelPaste

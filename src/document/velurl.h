@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QString>
+#include <QUrl>
+
+namespace VelUrl
+{
+/** Gives the file name of @p url the suffix (with its dot) when it does not end with it. */
+void setSuffix(QUrl &url, const QString &suffix);
+} // namespace VelUrl

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "document/velmessages.h"
+
+#include <QStringList>
+
+#include <deque>
+#include <functional>
+#include <utility>
+#include <vector>
+
+/**
+ * Keeps what the program tells and asks, and gives the answers that the test ordered.
+ *
+ * A question nobody ordered an answer for gets the one that changes nothing: No, or Cancel where there is one.
+ */
+class FakeMessages : public VelMessages
+{
+public:
+    enum class Kind { Error, Information, YesNo, YesNoCancel };
+
+    struct Message {
+        Kind kind;
+        QString text;
+        QString caption;
+        QString yes; ///< the button's text; empty for the usual one
+        QString no;
+    };
+
+    /** Answers the next question that is not yet answered by an earlier order. */
+    void orderAnswer(Answer answer) { m_answers.push_back(answer); }
+    /** Runs @p action while the next question is shown, before it is answered. */
+    void orderAction(std::function<void()> action) { m_action = std::move(action); }
+
+    void error(const QString &text) override { m_messages.push_back({Kind::Error, text, {}, {}, {}}); }
+
+    void information(const QString &text, const QString &caption = {}) override
+    {
+        m_messages.push_back({Kind::Information, text, caption, {}, {}});
+    }
+
+    Answer questionYesNo(const QString &text, const QString &caption, const QString &yes = {},
+                         const QString &no = {}) override
+    {
+        m_messages.push_back({Kind::YesNo, text, caption, yes, no});
+        return takeAnswer(Answer::No);
+    }
+
+    Answer warningYesNoCancel(const QString &text, const QString &caption) override
+    {
+        m_messages.push_back({Kind::YesNoCancel, text, caption, {}, {}});
+        return takeAnswer(Answer::Cancel);
+    }
+
+    /** All that was told and asked, the oldest first. */
+    [[nodiscard]] const std::vector<Message> &messages() const { return m_messages; }
+    [[nodiscard]] int count() const { return static_cast<int>(m_messages.size()); }
+    /** The last message; one without texts when there was none. */
+    [[nodiscard]] Message last() const
+    {
+        return m_messages.empty() ? Message{Kind::Error, {}, {}, {}, {}} : m_messages.back();
+    }
+    /** The texts of one kind, the oldest first. */
+    [[nodiscard]] QStringList texts(Kind kind) const
+    {
+        QStringList texts;
+        for (const Message &message : m_messages) {
+            if (message.kind == kind)
+                texts.append(message.text);
+        }
+        return texts;
+    }
+    [[nodiscard]] QStringList errors() const { return texts(Kind::Error); }
+    /** How many ordered answers nobody has asked for. */
+    [[nodiscard]] int unusedAnswers() const { return static_cast<int>(m_answers.size()); }
+    void clear() { m_messages.clear(); }
+
+private:
+    Answer takeAnswer(Answer otherwise)
+    {
+        if (const auto action = std::exchange(m_action, nullptr))
+            action();
+        if (m_answers.empty())
+            return otherwise;
+        const Answer answer = m_answers.front();
+        m_answers.pop_front();
+        return answer;
+    }
+
+    std::vector<Message> m_messages;
+    std::deque<Answer> m_answers;
+    std::function<void()> m_action;
+};
