@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "model/velaccount.h"
+
+#include <KXmlGuiWindow>
+
+#include <QIcon>
+
+class VelDoc;
+class VelEntry;
+class VelEntryList;
+class VelMessages;
+class VelSettings;
+struct VelLook;
+
+/**
+ * The window as views and dialogs see it: everything that they may ask of it, and nothing else.
+ *
+ * Each window has one calendar. The lookups walk from any widget up to its own window, so that several
+ * windows live side by side in one process.
+ */
+class VelApp : public KXmlGuiWindow
+{
+    Q_OBJECT
+public:
+    using KXmlGuiWindow::KXmlGuiWindow;
+
+    /** The window that @p widget is in, or null. */
+    [[nodiscard]] static VelApp *getApp(const QWidget *widget);
+    /** The calendar of that window, or null. */
+    [[nodiscard]] static VelDoc *getDocument(const QWidget *widget);
+    /** The preferences of that window, or null. */
+    [[nodiscard]] static const VelSettings *getSettings(const QWidget *widget);
+
+    /** The program's own icon of that name, or else the desktop's. */
+    [[nodiscard]] static QIcon getIcon(const QString &name);
+    /** The same as a small picture, sharp on the screen that @p widget is on. */
+    [[nodiscard]] static QPixmap getPixmap(const QString &name, const QWidget *widget);
+
+    [[nodiscard]] virtual VelDoc *document() const = 0;
+    [[nodiscard]] virtual const VelSettings *settings() const = 0;
+    [[nodiscard]] virtual const VelLook &look() const = 0;
+    /** Where questions and errors go. */
+    [[nodiscard]] virtual VelMessages &messages() = 0;
+
+    /** The users and resources that the server knows. */
+    [[nodiscard]] const VelAccountList &getAccounts() const;
+    /** The display name of the account, empty for one that is not known. */
+    [[nodiscard]] QString getAccountName(quint32 id) const;
+
+    /** An action of the window by name, or null. */
+    [[nodiscard]] QAction *getAction(const QString &name) const;
+
+    /** Enables Cut, Copy and Delete as the entry that is selected (null for none) allows. */
+    virtual void setCutCopy(const VelEntry *selected, bool isSelected) = 0;
+    /** While on, nothing in the calendar may be changed from outside the holder of the lock. */
+    virtual void setEditLock(bool locked) = 0;
+    /** True when the user may change the calendar now: their rights suffice and it is not locked. */
+    [[nodiscard]] virtual bool mayEdit() const = 0;
+    /** Shows @p text in the first field of the status bar. */
+    virtual void slotStatusMsg(const QString &text) = 0;
+};

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "hub/velmessageboxes.h"
+
+#include <KGuiItem>
+#include <KLocalizedString>
+#include <KMessageBox>
+
+namespace
+{
+KGuiItem button(const QString &text, const QString &usual)
+{
+    return KGuiItem(text.isEmpty() ? usual : text);
+}
+} // namespace
+
+VelMessageBoxes::VelMessageBoxes(QWidget *parent)
+    : m_parent(parent)
+{
+}
+
+void VelMessageBoxes::error(const QString &text)
+{
+    KMessageBox::error(m_parent, text);
+}
+
+void VelMessageBoxes::information(const QString &text, const QString &caption)
+{
+    KMessageBox::information(m_parent, text, caption);
+}
+
+VelMessages::Answer VelMessageBoxes::questionYesNo(const QString &text, const QString &caption,
+                                                   const QString &yes, const QString &no)
+{
+    // What is asked about cannot be undone by the next key: the harmless answer is the default.
+    const auto chosen =
+        KMessageBox::questionTwoActions(m_parent, text, caption, button(yes, i18n("&Yes")),
+                                        button(no, i18n("&No")), QString(), KMessageBox::Dangerous);
+    return chosen == KMessageBox::PrimaryAction ? Answer::Yes : Answer::No;
+}
+
+VelMessages::Answer VelMessageBoxes::warningYesNoCancel(const QString &text, const QString &caption)
+{
+    const auto chosen = KMessageBox::warningTwoActionsCancel(m_parent, text, caption, KGuiItem(i18n("&Yes")),
+                                                             KGuiItem(i18n("&No")));
+    switch (chosen) {
+    case KMessageBox::PrimaryAction:
+        return Answer::Yes;
+    case KMessageBox::SecondaryAction:
+        return Answer::No;
+    default:
+        return Answer::Cancel;
+    }
+}

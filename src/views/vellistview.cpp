@@ -1,0 +1,316 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "views/vellistview.h"
+
+#include "document/veldoc.h"
+#include "document/veldrag.h"
+#include "document/velpaste.h"
+#include "hub/velapp.h"
+#include "model/veltext.h"
+#include "views/vellistviewwidget.h"
+#include "widgets/wtable.h"
+
+#include <KConfig>
+#include <KConfigGroup>
+#include <KLocalizedString>
+
+#include <QDragEnterEvent>
+#include <QMenu>
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+
+namespace
+{
+/** What a row leads back to: ids stay true when the document changes, pointers need not. */
+void *keyOf(quint32 localid, quint32 number)
+{
+    static_assert(sizeof(quintptr) >= sizeof(quint64), "a row's key holds two ids");
+    const quint64 key = (quint64(localid) << 32) | number;
+    return reinterpret_cast<void *>(static_cast<quintptr>(key)); // NOLINT(performance-no-int-to-ptr)
+}
+
+void *keyOf(const VelEntry *entry)
+{
+    return entry->isOccurrence() ? keyOf(entry->originalid, entry->localid) : keyOf(entry->localid, 0);
+}
+
+const VelEntry *entryOf(const VelDoc &doc, const void *key)
+{
+    const auto ids = static_cast<quint64>(reinterpret_cast<quintptr>(key));
+    const VelEntry *entry = doc.getEntry(static_cast<quint32>(ids >> 32));
+    const auto number = static_cast<quint32>(ids);
+    return entry && number != 0 ? entry->getOccurrence(number) : entry;
+}
+
+VelListColumn shown(const QString &header, const QString &menuName)
+{
+    return {header, menuName, true};
+}
+
+VelListColumn hidden(const QString &header, const QString &menuName)
+{
+    return {header, menuName, false};
+}
+} // namespace
+
+VelListView::VelListView(QWidget *parent, Kind kind, QDate today)
+    : VelView(parent)
+    , m_kind(kind)
+    , m_table(new WTable(this))
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    if (kind == Kind::Entries) {
+        m_filterBar = new VelListViewWidget(today, this);
+        layout->addWidget(m_filterBar);
+        connect(m_filterBar, &VelListViewWidget::dateChanged, this, &VelListView::updateView);
+        connect(m_table, &WTable::currentRowChanged, this, &VelListView::slotRowClicked);
+    }
+    layout->addWidget(m_table);
+    setFocusProxy(m_table);
+    setAcceptDrops(true);
+
+    m_table->setAccessibleName(kind == Kind::Entries ? i18n("Calendar entries") : i18n("To-do tasks"));
+    m_table->setDateFormatter([](const QDate &date) { return VelText::getDay(date); });
+    m_table->setDateTimeFormatter(
+        [](const QDateTime &time) { return VelText::getDateTime(VelDateTime::fromQDateTime(time)); });
+    connect(m_table, &WTable::rowClicked, this, &VelListView::slotRowClicked);
+    connect(m_table, &WTable::valueChanged, this, &VelListView::slotValueChanged);
+    connect(m_table, &WTable::contextMenuRequested, this,
+            [this](int row, int, const QPoint &globalPos) { slotPopup(row, globalPos); });
+}
+
+std::vector<VelListColumn> VelListView::columns(Kind kind)
+{
+    // A menu shows "&&" as a single ampersand.
+    if (kind == Kind::Entries) {
+        return {shown(i18n("Start"), i18n("Start date && time")),
+                hidden(i18n("Start"), i18n("Start date")),
+                shown(i18n("End"), i18n("End date && time")),
+                hidden(i18n("End"), i18n("End date")),
+                shown(i18n("Title"), i18n("Title")),
+                shown(i18n("Reminder"), i18n("Reminder"))};
+    }
+    return {hidden(i18n("Start"), i18n("Start date && time")),
+            hidden(i18n("Start"), i18n("Start date")),
+            hidden(i18n("Due"), i18n("Due date && time")),
+            shown(i18n("Due"), i18n("Due date")),
+            shown(i18n("Title"), i18n("Title")),
+            shown(i18n("Com"), i18n("Complete")),
+            shown(i18n("Pri"), i18n("Priority")),
+            hidden(i18n("Reminder"), i18n("Reminder"))};
+}
+
+void VelListView::readConfig(const KConfig *config, const QString &name)
+{
+    QStringList headers;
+    QStringList menuNames;
+    QList<bool> actives;
+    for (const VelListColumn &column : columns(m_kind)) {
+        headers.append(column.header);
+        menuNames.append(column.menuName);
+        actives.append(column.shownByDefault);
+    }
+    m_table->setSorting(true);
+    m_table->setStretchColumn(TitleColumn);
+    m_table->readConfig(config, name, headers, actives, menuNames);
+    const KConfigGroup saved = config->group(QLatin1String("WTable_") + name);
+    if (m_kind == Kind::Tasks && !saved.hasKey("SortColumn"))
+        m_table->sortBy(EndDateColumn);
+}
+
+void VelListView::writeConfig(KConfig *config, const QString &name) const
+{
+    m_table->writeConfig(config, name);
+}
+
+void VelListView::setFilter(QDate date)
+{
+    if (!m_filterBar)
+        return;
+    m_filterBar->setFilter(date);
+    updateView();
+}
+
+VelEntryList VelListView::wantedEntries() const
+{
+    const VelDoc *doc = document();
+    if (m_kind == Kind::Tasks)
+        return doc->getEntries(QDate(), VelEntry::Todo, false, QDate());
+    VelEntryList list = doc->getEntries(m_filterBar->getStart(), 0, true, m_filterBar->getEnd());
+    // Notices of deletion are for the server only.
+    std::erase_if(list, [](const VelEntryRef &ref) { return ref.getOriginal()->isDeleted(); });
+    return list;
+}
+
+void VelListView::updateView()
+{
+    const QScopedValueRollback<bool> guard(m_isFilling, true);
+    const VelEntryList list = wantedEntries();
+    m_table->beginFill(static_cast<int>(list.size()));
+    for (const VelEntryRef &ref : list)
+        addRow(ref);
+    m_table->endFill();
+    m_table->setActives();
+    if (!m_table->userWidths())
+        m_table->adjustAll();
+    if (m_kind == Kind::Entries)
+        showSelectedEntry();
+}
+
+/** The table's current row is that of the selected entry; what is not listed is not selected either. */
+void VelListView::showSelectedEntry()
+{
+    const VelEntry *entry = getSelectedEntry();
+    const int row = entry ? m_table->rowOfKey(keyOf(entry)) : -1;
+    if (row < 0) {
+        clearSelectedEntry(false);
+        m_table->setCurrentIndex(QModelIndex());
+    } else if (row != m_table->currentRow()) {
+        m_table->selectRow(row);
+    }
+}
+
+/** When the entry is not timed, its date alone: a moment at midnight would say what nobody meant. */
+WTableItem VelListView::momentCell(const VelEntry &entry, const VelDateTime &moment)
+{
+    if (entry.notime)
+        return WDateTableItem(moment.date());
+    return WDateTimeTableItem(moment.toQDateTime());
+}
+
+void VelListView::addRow(const VelEntryRef &ref)
+{
+    const VelEntry *entry = ref.getOriginal();
+    const VelDateTime start = ref.getStart();
+    const VelDateTime end = ref.getEnd();
+    const QString reminder = VelReminder::toString(entry->reminder);
+    std::vector<WTableItem> cells;
+    cells.reserve(TaskReminderColumn + 1);
+    cells.push_back(momentCell(*entry, start));
+    cells.emplace_back(WDateTableItem(start.date()));
+    cells.push_back(momentCell(*entry, end));
+    cells.emplace_back(WDateTableItem(end.date()));
+    cells.emplace_back(WKeyTableItem(entry->getTitle(), keyOf(entry->localid, ref.getNumber())));
+    if (m_kind == Kind::Tasks) {
+        cells.emplace_back(WCheckTableItem{entry->complete});
+        cells.emplace_back(entry->priority);
+    }
+    cells.emplace_back(reminder);
+    m_table->addRow(std::move(cells));
+}
+
+const VelEntry *VelListView::getEntry(int row) const
+{
+    if (row < 0) {
+        qWarning("ASSERT: \"%s\" in %s (%d)", "row>=0", "vellistview", 135);
+        return nullptr;
+    }
+    const void *key = m_table->keyOfRow(row);
+    if (!key) {
+        qWarning("ASSERT: \"%s\" in %s (%d)", "kitem", "vellistview", 137);
+        return nullptr;
+    }
+    return entryOf(*document(), key);
+}
+
+void VelListView::slotRowClicked(int row)
+{
+    if (m_kind != Kind::Entries || row < 0 || m_isFilling)
+        return;
+    if (const VelEntry *entry = getEntry(row))
+        setSelectedEntry(entry, true);
+}
+
+void VelListView::slotValueChanged(int row, int column)
+{
+    if (m_kind != Kind::Tasks || row < 0 || column != m_table->getDispColumn(CompleteColumn))
+        return;
+    const VelEntry *entry = getEntry(row);
+    const auto *box = std::get_if<WCheckTableItem>(m_table->item(row, CompleteColumn));
+    if (!entry || !box)
+        return;
+    if (!VelApp::getApp(this)->mayEdit()) {
+        m_table->setChecked(row, CompleteColumn, entry->complete);
+        return;
+    }
+    document()->changeEntry(entry->localid, [complete = box->checked](VelEntry &changed) {
+        changed.complete = complete;
+        changed.uDirty(1);
+    });
+    document()->slotUpdateAllViews(this);
+}
+
+QMenu *VelListView::taskMenu()
+{
+    if (m_menu)
+        return m_menu;
+    m_menu = new QMenu(this);
+    const VelApp *app = VelApp::getApp(this);
+    const auto addItem = [this](const char *icon, const QString &text) {
+        return m_menu->addAction(VelApp::getIcon(QLatin1String(icon)), text);
+    };
+    // The editor and printing are not part of the program yet.
+    addItem("edit", i18n("Edit Task"))->setEnabled(false);
+    m_deleteAction = addItem("editdelete", i18n("Delete Task"));
+    connect(m_deleteAction, &QAction::triggered, this, &VelListView::slotDelete);
+    addItem("fileprint", i18n("Print Task"))->setEnabled(false);
+    addItem("fileprint", i18n("Print To-Do List"))->setEnabled(false);
+    m_menu->addSeparator();
+    for (const char *name : {"new_todo", "purge_todo"})
+        m_menu->addAction(app->getAction(QLatin1String(name)));
+    return m_menu;
+}
+
+void VelListView::slotPopup(int row, const QPoint &globalPos)
+{
+    m_menuRow = row;
+    QMenu *menu = taskMenu();
+    m_deleteAction->setEnabled(row >= 0 && VelApp::getApp(this)->mayEdit());
+    menu->popup(globalPos);
+}
+
+/** At once and for good, without a question and without a notice to the server: that is the menu's own way.
+ */
+void VelListView::slotDelete()
+{
+    if (m_menuRow < 0 || !VelApp::getApp(this)->mayEdit())
+        return;
+    const VelEntry *entry = getEntry(m_menuRow);
+    const VelEntry *original = entry ? document()->getOriginalEntry(entry) : nullptr;
+    if (!original)
+        return;
+    if (isSelectedEntry(entry))
+        clearSelectedEntry(false);
+    document()->deleteEntry(original, true);
+    document()->slotUpdateAllViews(nullptr);
+}
+
+bool VelListView::mayDrop(const QDropEvent *event) const
+{
+    return VelApp::getApp(this)->mayEdit() && VelDrag::canDecode(event->mimeData());
+}
+
+void VelListView::dragEnterEvent(QDragEnterEvent *event)
+{
+    event->setAccepted(mayDrop(event));
+}
+
+void VelListView::dragMoveEvent(QDragMoveEvent *event)
+{
+    event->setAccepted(mayDrop(event));
+}
+
+void VelListView::dropEvent(QDropEvent *event)
+{
+    std::vector<std::unique_ptr<VelEntry>> entries;
+    if (mayDrop(event))
+        entries = VelDrag::decodeAll(event->mimeData());
+    event->setAccepted(!entries.empty());
+    if (entries.empty())
+        return;
+    for (auto &entry : entries)
+        VelPaste::addCopy(*document(), std::move(entry));
+    document()->slotUpdateAllViews(nullptr);
+}

@@ -1,0 +1,170 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "views/velview.h"
+
+#include "document/veldoc.h"
+#include "document/veldrag.h"
+#include "document/velmessages.h"
+#include "document/velpaste.h"
+#include "hub/velapp.h"
+#include "widgets/wpopupmenu.h"
+
+#include <KLocalizedString>
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+
+VelView::VelView(QWidget *parent)
+    : QWidget(parent)
+{
+}
+
+VelView::~VelView() = default;
+
+VelDoc *VelView::document() const
+{
+    return VelApp::getDocument(this);
+}
+
+VelView::Selection VelView::selectionOf(const VelEntry *entry)
+{
+    if (!entry)
+        return {};
+    return entry->isOccurrence() ? Selection{entry->originalid, entry->localid}
+                                 : Selection{entry->localid, 0};
+}
+
+bool VelView::isSelectedEntry(const VelEntry *entry) const
+{
+    return entry && hasSelectedEntry() && selectionOf(entry) == m_selected;
+}
+
+const VelEntry *VelView::getSelectedEntry() const
+{
+    const VelEntry *entry = hasSelectedEntry() ? document()->getEntry(m_selected.localid) : nullptr;
+    return entry && m_selected.number != 0 ? entry->getOccurrence(m_selected.number) : entry;
+}
+
+void VelView::setSelectedEntry(const VelEntry *entry, bool update)
+{
+    clearSelection();
+    const VelEntry *old = getSelectedEntry();
+    m_selected = selectionOf(entry);
+    if (update && old)
+        updateAllEntries(old);
+    if (update && entry)
+        updateAllEntries(entry);
+    VelApp::getApp(this)->setCutCopy(entry, true);
+}
+
+void VelView::clearSelectedEntry(bool update)
+{
+    if (!hasSelectedEntry())
+        return;
+    const VelEntry *old = getSelectedEntry();
+    m_selected = {};
+    if (update && old)
+        updateAllEntries(old);
+    VelApp::getApp(this)->setCutCopy(nullptr, false);
+}
+
+bool VelView::mayRemoveSelected(const QString &question, const QString &yes) const
+{
+    const VelEntry *entry = getSelectedEntry();
+    VelApp *app = VelApp::getApp(this);
+    if (!entry || !app->mayEdit())
+        return false;
+    if (!entry->isRecurring())
+        return true;
+    return app->messages().questionYesNo(question, i18n("Recurring event"), yes, i18n("Cancel"))
+        == VelMessages::Answer::Yes;
+}
+
+void VelView::cut()
+{
+    if (mayRemoveSelected(
+            i18n("Cutting this event to clipboard will also cut all recurring events based on it."),
+            i18n("Cut all occurences"))) {
+        copy();
+        delInternal();
+    }
+}
+
+void VelView::copy()
+{
+    const VelEntry *entry = getSelectedEntry();
+    const VelEntry *original = entry ? document()->getOriginalEntry(entry) : nullptr;
+    if (original)
+        QGuiApplication::clipboard()->setMimeData(new VelDrag(*original, document()->getUserId()));
+}
+
+void VelView::del()
+{
+    if (mayRemoveSelected(i18n("Deleting this event will also delete all recurring events based on it."),
+                          i18n("Delete all occurences")))
+        delInternal();
+}
+
+void VelView::delInternal()
+{
+    const VelEntry *entry = getSelectedEntry();
+    const VelEntry *original = entry ? document()->getOriginalEntry(entry) : nullptr;
+    if (!original)
+        return;
+    document()->deleteEntry(original, false);
+    clearSelectedEntry(false);
+    document()->slotUpdateAllViews(nullptr);
+}
+
+bool VelView::mayPaste() const
+{
+    return VelApp::getApp(this)->mayEdit() && VelDrag::canDecode(QGuiApplication::clipboard()->mimeData());
+}
+
+void VelView::paste()
+{
+    if (!mayPaste())
+        return;
+    std::unique_ptr<VelEntry> decoded = VelDrag::decode(QGuiApplication::clipboard()->mimeData());
+    if (!decoded)
+        return;
+    if (hasSelection())
+        VelPaste::moveTo(*decoded, getSelectionStart());
+    const VelEntry *entry = VelPaste::addPasted(*document(), std::move(decoded));
+    document()->setModified(true);
+    // First the date: a view that moves to another one lets go of what was selected there.
+    setDate(entry->getStart().date());
+    setSelectedEntry(entry, false);
+    document()->slotUpdateAllViews(nullptr);
+}
+
+WPopupMenu *VelView::getEntryPopup()
+{
+    if (m_entryPopup)
+        return m_entryPopup;
+    m_entryPopup = new WPopupMenu(this);
+    const VelApp *app = VelApp::getApp(this);
+    for (const char *name : {"edit_entry", "view_entry", "edit_delete"}) {
+        QAction *action = app->getAction(QLatin1String(name));
+        m_entryPopup->insertAction(action, action, &QAction::trigger);
+    }
+    m_entryPopup->addSeparator();
+    m_entryPopup->insertAction(app->getAction(QStringLiteral("edit_cut")), this, &VelView::cut);
+    m_entryPopup->insertAction(app->getAction(QStringLiteral("edit_copy")), this, &VelView::copy);
+    return m_entryPopup;
+}
+
+WPopupMenu *VelView::getPopup()
+{
+    if (m_popup)
+        return m_popup;
+    m_popup = new WPopupMenu(this);
+    const VelApp *app = VelApp::getApp(this);
+    QAction *newEntry = app->getAction(QStringLiteral("new_entry"));
+    m_popup->insertAction(newEntry, newEntry, &QAction::trigger);
+    m_popup->addSeparator();
+    m_popup->insertAction(app->getAction(QStringLiteral("edit_paste")), this, &VelView::paste);
+    return m_popup;
+}

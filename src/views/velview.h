@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "document/veldocview.h"
+#include "model/veldatetime.h"
+
+#include <QDate>
+#include <QWidget>
+
+class VelDoc;
+class VelEntry;
+class WPopupMenu;
+
+/**
+ * What every view of the calendar has: one selected entry, the clipboard commands on it, the two context
+ * menus, and the way to ask for another date.
+ */
+class VelView : public QWidget, public VelDocView
+{
+    Q_OBJECT
+public:
+    explicit VelView(QWidget *parent);
+    ~VelView() override;
+
+    /** Drops the range of time that was selected with the mouse. */
+    virtual void clearSelection() { }
+    /** That range; invalid where a view has none. */
+    [[nodiscard]] virtual VelDateTime getSelectionStart() const { return {}; }
+    [[nodiscard]] virtual VelDateTime getSelectionEnd() const { return {}; }
+    [[nodiscard]] virtual bool hasSelection() const { return false; }
+    /** True when the clipboard holds an entry and the calendar may be changed. */
+    [[nodiscard]] virtual bool mayPaste() const;
+    /** The menu for an entry, made when first asked for and kept. */
+    virtual WPopupMenu *getEntryPopup();
+    /** Shows the given entry anew wherever this view shows it. */
+    virtual void updateAllEntries(const VelEntry *entry) = 0;
+
+    /** The menu for an empty place, made when first asked for and kept. */
+    WPopupMenu *getPopup();
+
+    /** Asks for another date: a view never changes its own range. */
+    void setDate(QDate date) { Q_EMIT setDateInternal(date); }
+
+    [[nodiscard]] bool hasSelectedEntry() const { return m_selected.localid != 0; }
+    [[nodiscard]] bool isSelectedEntry(const VelEntry *entry) const;
+    /** The entry or occurrence that is selected, or null; also when it has gone meanwhile. */
+    [[nodiscard]] const VelEntry *getSelectedEntry() const;
+    /** Selects an entry instead of a range of time; @p update shows it and the one before anew. */
+    void setSelectedEntry(const VelEntry *entry, bool update);
+    void clearSelectedEntry(bool update);
+
+public Q_SLOTS:
+    /** These act on the selected entry, on a repeating one as a whole, and ask before they do away with that.
+     */
+    void cut();
+    void copy();
+    void del();
+    /** Puts the entry of the clipboard into the calendar, onto the selected range of time if there is one. */
+    void paste();
+
+Q_SIGNALS:
+    void setDateInternal(QDate date);
+
+protected:
+    [[nodiscard]] VelDoc *document() const;
+
+private:
+    /** Names an entry or an occurrence; unlike a pointer it stays true when the document changes. */
+    struct Selection {
+        quint32 localid = 0; // of the stored entry
+        quint32 number = 0; // of the occurrence, or 0
+        bool operator==(const Selection &other) const = default;
+    };
+
+    [[nodiscard]] static Selection selectionOf(const VelEntry *entry);
+    [[nodiscard]] bool mayRemoveSelected(const QString &question, const QString &yes) const;
+    void delInternal();
+
+    Selection m_selected;
+    WPopupMenu *m_entryPopup = nullptr;
+    WPopupMenu *m_popup = nullptr;
+};

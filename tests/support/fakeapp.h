@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "document/veldoc.h"
+#include "hub/velapp.h"
+#include "hub/vellook.h"
+#include "model/velsettings.h"
+#include "support/fakemessages.h"
+
+#include <KActionCollection>
+
+#include <QAction>
+
+/** A window that has a calendar and nothing else, for views to live in. */
+class FakeApp : public VelApp
+{
+    Q_OBJECT
+public:
+    explicit FakeApp(QDate today)
+        : doc(fakeMessages, fakeSettings, nullptr, [today] { return today; })
+    {
+        for (const char *name : {"edit_entry", "view_entry", "edit_delete", "edit_cut", "edit_copy",
+                                 "edit_paste", "new_entry", "new_todo", "purge_todo"})
+            actionCollection()->addAction(QLatin1String(name))->setText(QLatin1String(name));
+    }
+
+    [[nodiscard]] VelDoc *document() const override { return const_cast<VelDoc *>(&doc); }
+    [[nodiscard]] const VelSettings *settings() const override { return &fakeSettings; }
+    [[nodiscard]] const VelLook &look() const override { return fakeLook; }
+    [[nodiscard]] VelMessages &messages() override { return fakeMessages; }
+    void setCutCopy(const VelEntry *selected, bool) override { cutCopyEntry = selected; }
+    void setEditLock(bool locked) override { isLocked = locked; }
+    [[nodiscard]] bool mayEdit() const override { return !isLocked && doc.isWritable(); }
+    void slotStatusMsg(const QString &) override { }
+
+    FakeMessages fakeMessages;
+    VelSettings fakeSettings;
+    VelLook fakeLook;
+    VelDoc doc;
+    const VelEntry *cutCopyEntry = nullptr;
+    bool isLocked = false;
+};
