@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "app/velaboutdata.h"
+#include "app/velmainwindow.h"
+
+#include <KLocalizedString>
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+
+namespace
+{
+/** Where the desktop names no icons, or lacks some, the toolbar would stay blank. */
+void setFallbackIcons()
+{
+    const bool isDark = VelLook::isDark(QGuiApplication::palette());
+    QIcon::setFallbackThemeName(isDark ? QStringLiteral("breeze-dark") : QStringLiteral("breeze"));
+}
+
+void openFirstWindow(const QStringList &arguments)
+{
+    auto *window = new VelMainWindow;
+    window->showOrDock();
+    const QUrl url = arguments.isEmpty()
+        ? QUrl()
+        : QUrl::fromUserInput(arguments.first(), QDir::currentPath(), QUrl::AssumeLocalFile);
+    window->openDocumentFile(url);
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    KLocalizedString::setApplicationDomain("delmasttime");
+    KAboutData about = velAboutData();
+    KAboutData::setApplicationData(about);
+    QApplication::setWindowIcon(VelApp::getIcon(QStringLiteral("delmasttime")));
+    setFallbackIcons();
+
+    QCommandLineParser parser;
+    about.setupCommandLine(&parser);
+    parser.addPositionalArgument(QStringLiteral("File"), i18n("file to open"), QStringLiteral("[File]"));
+    parser.process(application);
+    about.processCommandLine(&parser);
+
+    if (application.isSessionRestored())
+        kRestoreMainWindows<VelMainWindow>();
+    else
+        openFirstWindow(parser.positionalArguments());
+    return QApplication::exec();
+}

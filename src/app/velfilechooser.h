@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QString>
+#include <QUrl>
+
+class QWidget;
+
+/** How the user names files. The window's body shows the desktop's dialogs; that of a test answers by itself.
+ */
+class VelFileChooser
+{
+public:
+    virtual ~VelFileChooser() = default;
+
+    /** @p filter has a line for each kind: a pattern, a bar and a description. Empty when cancelled. */
+    virtual QUrl getOpenUrl(const QString &title, const QString &filter) = 0;
+    /** The same for writing; asking about an existing file is left to the caller. */
+    virtual QUrl getSaveUrl(const QString &title, const QString &filter) = 0;
+};
+
+/** The desktop's file dialogs. */
+class VelFileDialogs : public VelFileChooser
+{
+public:
+    /** @p parent must outlive this. */
+    explicit VelFileDialogs(QWidget *parent);
+
+    QUrl getOpenUrl(const QString &title, const QString &filter) override;
+    QUrl getSaveUrl(const QString &title, const QString &filter) override;
+
+    /** The toolkit's form of a filter: "Calendar files (*.xml);;All files (*)". */
+    [[nodiscard]] static QString nameFilter(const QString &filter);
+
+private:
+    QWidget *m_parent;
+    QUrl m_folder; // of the last choice
+};

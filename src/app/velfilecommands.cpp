@@ -1,0 +1,185 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "app/velfilecommands.h"
+
+#include "app/velfilechooser.h"
+#include "document/velcalendarfile.h"
+#include "document/veldoc.h"
+#include "document/velexchange.h"
+#include "document/velmessages.h"
+#include "document/velpaste.h"
+#include "document/veltransfer.h"
+#include "document/velurl.h"
+
+#include <KLocalizedString>
+#include <KRecentFilesAction>
+
+#include <QFile>
+#include <QGuiApplication>
+
+namespace
+{
+/** Shows that something takes its time. */
+class BusyCursor
+{
+public:
+    BusyCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~BusyCursor() { QGuiApplication::restoreOverrideCursor(); }
+    Q_DISABLE_COPY_MOVE(BusyCursor)
+};
+} // namespace
+
+VelFileCommands::VelFileCommands(Context context)
+    : m_context(std::move(context))
+{
+}
+
+QString VelFileCommands::getFilter()
+{
+    return QLatin1String("*.xml|") + i18n("Calendar files") + QLatin1String("\n*|") + i18n("All files");
+}
+
+QString VelFileCommands::getExtFilter()
+{
+    return QLatin1String("*.vcs|") + i18n("vCalendar files") + QLatin1String("\n*.ics|")
+        + i18n("iCalendar files") + QLatin1String("\n*|") + i18n("All files");
+}
+
+void VelFileCommands::ready()
+{
+    m_context.status(i18n("Ready."));
+}
+
+void VelFileCommands::newDocument()
+{
+    if (m_context.doc.saveModified())
+        m_context.doc.newDocument();
+}
+
+void VelFileCommands::open()
+{
+    m_context.status(i18n("Opening file..."));
+    if (m_context.doc.saveModified()) {
+        const QUrl url = m_context.files.getOpenUrl(i18n("Open File..."), getFilter());
+        if (!url.isEmpty())
+            openDocumentFile(url);
+    }
+    ready();
+}
+
+void VelFileCommands::open(const QUrl &url)
+{
+    m_context.status(i18n("Opening file..."));
+    if (m_context.doc.saveModified())
+        openDocumentFile(url);
+    ready();
+}
+
+bool VelFileCommands::openDocumentFile(const QUrl &url)
+{
+    const bool quiet = m_context.isEditLocked();
+    if (!quiet)
+        m_context.status(i18n("Opening file..."));
+    bool opened = false;
+    {
+        const BusyCursor busy;
+        opened = m_context.doc.openDocument(url);
+    }
+    if (opened)
+        m_context.recentFiles.addUrl(url);
+    else
+        m_context.recentFiles.removeUrl(url);
+    if (!quiet)
+        ready();
+    return opened;
+}
+
+void VelFileCommands::save()
+{
+    if (m_context.doc.isUntitled()) {
+        saveAs();
+        return;
+    }
+    m_context.status(i18n("Saving file..."));
+    m_context.doc.saveDocument(m_context.doc.URL(), true);
+    ready();
+}
+
+void VelFileCommands::saveAs()
+{
+    m_context.status(i18n("Saving file with a new filename..."));
+    const QUrl url = m_context.files.getSaveUrl(i18n("Save as..."), getFilter());
+    if (!url.isEmpty() && m_context.doc.saveDocument(url, false))
+        m_context.recentFiles.addUrl(m_context.doc.URL());
+    ready();
+}
+
+/** Adds what the file holds; without what had to be left out, which the counts tell. */
+bool VelFileCommands::readIntoDocument(const QUrl &url, Imported &imported)
+{
+    const BusyCursor busy;
+    const VelDownload file(url);
+    VelExchange::Content content;
+    if (!VelExchange::read(file.path(), content))
+        return false;
+    imported = {static_cast<int>(content.entries.size()), content.leftOut, content.simplified};
+    for (auto &entry : content.entries)
+        VelPaste::addCopy(m_context.doc, std::move(entry));
+    if (imported.added > 0)
+        m_context.doc.slotUpdateAllViews(nullptr);
+    return true;
+}
+
+void VelFileCommands::importFile()
+{
+    m_context.status(i18n("Import from file..."));
+    const QUrl url = m_context.files.getOpenUrl(i18n("Import from file..."), getExtFilter());
+    if (!url.isEmpty()) {
+        Imported imported;
+        if (readIntoDocument(url, imported))
+            tellImported(imported);
+        else
+            m_context.messages.error(i18n("Cannot open the file."));
+    }
+    ready();
+}
+
+/** Says nothing when all went as expected: the entries are there to be seen. */
+void VelFileCommands::tellImported(const Imported &imported)
+{
+    QStringList texts;
+    if (imported.added == 0 && imported.leftOut == 0)
+        texts.append(i18n("The file holds no calendar entries. Nothing was imported."));
+    if (imported.leftOut > 0) {
+        texts.append(i18np("One entry was imported.", "%1 entries were imported.", imported.added));
+        texts.append(i18np("One could not be read and was left out.",
+                           "%1 could not be read and were left out.", imported.leftOut));
+    }
+    if (imported.simplified > 0) {
+        texts.append(
+            i18np("One entry repeats in a way that this calendar does not know; please check its dates.",
+                  "%1 entries repeat in ways that this calendar does not know; please check their dates.",
+                  imported.simplified));
+    }
+    if (!texts.isEmpty())
+        m_context.messages.information(texts.join(QLatin1Char(' ')), i18nc("title of a message", "Import"));
+}
+
+void VelFileCommands::exportFile()
+{
+    m_context.status(i18n("Export to file..."));
+    QUrl url = m_context.files.getSaveUrl(i18n("Export to file..."), getExtFilter());
+    if (!url.isEmpty()) {
+        if (!url.fileName().endsWith(QLatin1String(".ics")))
+            VelUrl::setSuffix(url, QStringLiteral(".vcs"));
+        const bool exists = url.isLocalFile() && QFile::exists(url.toLocalFile());
+        const bool mayWrite = !exists
+            || m_context.messages.questionYesNo(i18n("Do you want to overwrite existing file?"),
+                                                i18n("File exists"))
+                == VelMessages::Answer::Yes;
+        if (mayWrite && !VelExchange::write(m_context.doc, url))
+            m_context.messages.error(i18n("Cannot write to the file."));
+    }
+    ready();
+}

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QUrl>
+
+#include <functional>
+
+class KRecentFilesAction;
+class VelDoc;
+class VelFileChooser;
+class VelMessages;
+
+/** The commands of the File menu that deal with files of one window's calendar. */
+class VelFileCommands
+{
+public:
+    /** All of these must outlive this. @p status shows a text in the status bar. */
+    struct Context {
+        VelDoc &doc;
+        VelMessages &messages;
+        VelFileChooser &files;
+        KRecentFilesAction &recentFiles;
+        std::function<void(const QString &)> status;
+        /** True while the calendar may not be changed; status texts are left alone then. */
+        std::function<bool()> isEditLocked;
+    };
+
+    explicit VelFileCommands(Context context);
+
+    /** Calendar files. */
+    [[nodiscard]] static QString getFilter();
+    /** Files for import and export. */
+    [[nodiscard]] static QString getExtFilter();
+
+    void newDocument();
+    /** Asks which file to open. */
+    void open();
+    /** Asks what to do with changes, then opens @p url. */
+    void open(const QUrl &url);
+    /** Opens @p url without looking at the calendar that is open. False when it cannot be read. */
+    bool openDocumentFile(const QUrl &url);
+    void save();
+    void saveAs();
+    void importFile();
+    void exportFile();
+
+private:
+    struct Imported {
+        int added = 0;
+        int leftOut = 0;
+        int simplified = 0; ///< of those added
+    };
+
+    [[nodiscard]] bool readIntoDocument(const QUrl &url, Imported &imported);
+    void tellImported(const Imported &imported);
+    void ready();
+
+    Context m_context;
+};

@@ -1,0 +1,266 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "app/velmainwindow.h"
+
+#include "app/velactions.h"
+#include "app/velfilechooser.h"
+#include "app/velfilecommands.h"
+#include "app/velonlinewidget.h"
+#include "app/veltray.h"
+#include "document/veldoc.h"
+#include "document/veldrag.h"
+#include "hub/velmessageboxes.h"
+#include "views/velmainview.h"
+
+#include <KActionCollection>
+#include <KEditToolBar>
+#include <KLocalizedString>
+#include <KRecentFilesAction>
+#include <KSharedConfig>
+#include <KToggleAction>
+#include <KToolBar>
+#include <KXMLGUIFactory>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QStatusBar>
+
+namespace
+{
+KConfig *applicationConfig()
+{
+    return KSharedConfig::openConfig().data();
+}
+
+constexpr int MsecsPerMinute = 60000;
+} // namespace
+
+VelMainWindow::VelMainWindow(VelSurroundings surroundings)
+    : m_messages(std::move(surroundings.messages))
+    , m_files(std::move(surroundings.files))
+    , m_today(surroundings.today ? std::move(surroundings.today) : &QDate::currentDate)
+{
+    setObjectName(QStringLiteral("VelMainWindow#"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    if (!m_messages)
+        m_messages = std::make_unique<VelMessageBoxes>(this);
+    if (!m_files)
+        m_files = std::make_unique<VelFileDialogs>(this);
+    m_autoSaveTimer.setSingleShot(true);
+    connect(&m_autoSaveTimer, &QTimer::timeout, this, &VelMainWindow::slotAutoSave);
+
+    initStatusBar();
+    m_actions = std::make_unique<VelActions>(this);
+    createGUI(QStringLiteral("delmasttimeui.rc"));
+    VelConfiguration::readPreferences(VelConfiguration::preferences(applicationConfig()), m_settings, m_look,
+                                      VelLook::defaults(palette()));
+    initDocument();
+    const VelWindowOptions options =
+        VelConfiguration::readOptions(VelConfiguration::generalOptions(applicationConfig()));
+    initView(options);
+    readOptions(options);
+    setNetStatus(VelOnlineWidget::NoConnection);
+    m_tray = std::make_unique<VelTray>(this);
+    setCutCopy(nullptr, false);
+    slotClipboardChanged();
+    setAutoSaveTimer();
+}
+
+VelMainWindow::~VelMainWindow()
+{
+    // The views take their leave of the document, which therefore goes last.
+    delete m_view;
+    delete m_doc;
+}
+
+void VelMainWindow::initStatusBar()
+{
+    m_statusText = new QLabel(i18n("Ready."), this);
+    m_statusText->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    m_onlineWidget = new VelOnlineWidget(this);
+    statusBar()->addWidget(m_statusText, 10);
+    statusBar()->addPermanentWidget(m_onlineWidget);
+}
+
+void VelMainWindow::initDocument()
+{
+    m_doc = new VelDoc(*m_messages, m_settings, nullptr, m_today);
+    connect(m_doc, &VelDoc::modifiedChanged, this, [this](bool modified) {
+        m_actions->save->setEnabled(modified);
+        setCaption(m_doc->URL().fileName(), modified);
+    });
+    connect(m_doc, &VelDoc::urlChanged, this, &VelMainWindow::updateCaption);
+    connect(m_doc, &VelDoc::editLockWanted, this, &VelMainWindow::setEditLock);
+    connect(m_doc, &VelDoc::saveAsWanted, this, &VelMainWindow::slotFileSaveAs);
+    m_actions->save->setEnabled(false);
+    m_fileCommands = std::make_unique<VelFileCommands>(VelFileCommands::Context{
+        *m_doc, *m_messages, *m_files, *m_actions->openRecent,
+        [this](const QString &text) { slotStatusMsg(text); }, [this] { return m_editLock; }});
+    updateCaption();
+}
+
+void VelMainWindow::initView(const VelWindowOptions &options)
+{
+    m_view =
+        new VelMainView(this, applicationConfig(), options.splitterSizes1, options.splitterSizes2, m_today);
+    setCentralWidget(m_view);
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
+            &VelMainWindow::slotClipboardChanged);
+}
+
+void VelMainWindow::readOptions(const VelWindowOptions &options)
+{
+    resize(options.geometry);
+    m_actions->showToolBar->setChecked(options.showToolbar);
+    m_actions->showStatusBar->setChecked(options.showStatusbar);
+    addToolBar(VelConfiguration::toolBarArea(options.toolBarPos), toolBar(QStringLiteral("mainToolBar")));
+    slotViewToolBar();
+    slotViewStatusBar();
+    m_actions->openRecent->loadEntries(applicationConfig()->group(QStringLiteral("Recent Files")));
+}
+
+VelWindowOptions VelMainWindow::currentOptions() const
+{
+    VelWindowOptions options;
+    auto *self = const_cast<VelMainWindow *>(this); // the toolbar's getter makes missing ones
+    options.geometry = size();
+    options.showToolbar = m_actions->showToolBar->isChecked();
+    options.showStatusbar = m_actions->showStatusBar->isChecked();
+    options.toolBarPos =
+        VelConfiguration::toolBarPosition(toolBarArea(self->toolBar(QStringLiteral("mainToolBar"))));
+    options.splitterSizes1 = m_view->getSplitter1Sizes();
+    options.splitterSizes2 = m_view->getSplitter2Sizes();
+    options.docked = m_tray->isShown();
+    options.docUrl = m_doc->isUntitled() ? QUrl() : m_doc->URL();
+    return options;
+}
+
+void VelMainWindow::saveOptions()
+{
+    KConfig *config = applicationConfig();
+    VelConfiguration::writeOptions(VelConfiguration::generalOptions(config), currentOptions());
+    VelConfiguration::writePreferences(VelConfiguration::preferences(config), m_settings, m_look,
+                                       VelLook::defaults(palette()));
+    m_view->writeConfig(config);
+    m_actions->openRecent->saveEntries(config->group(QStringLiteral("Recent Files")));
+    config->sync();
+}
+
+void VelMainWindow::setCutCopy(const VelEntry *selected, bool isSelected)
+{
+    const bool hasEntry = selected && isSelected;
+    const bool mayRemove = hasEntry && mayEdit() && m_doc->isOwner(selected);
+    m_actions->cut->setEnabled(mayRemove);
+    m_actions->del->setEnabled(mayRemove);
+    m_actions->copy->setEnabled(hasEntry);
+}
+
+void VelMainWindow::setEditLock(bool locked)
+{
+    m_editLock = locked;
+    updateEditActions();
+}
+
+bool VelMainWindow::mayEdit() const
+{
+    return !m_editLock && m_doc->isWritable();
+}
+
+void VelMainWindow::updateEditActions()
+{
+    const VelView *view = m_view->getCurrentView();
+    setCutCopy(view->getSelectedEntry(), view->hasSelectedEntry());
+    m_actions->purge->setEnabled(mayEdit());
+    m_actions->import->setEnabled(mayEdit());
+    slotClipboardChanged();
+}
+
+void VelMainWindow::slotClipboardChanged()
+{
+    m_actions->paste->setEnabled(m_view->getCurrentView()->mayPaste());
+}
+
+void VelMainWindow::slotStatusMsg(const QString &text)
+{
+    statusBar()->clearMessage();
+    m_statusText->setText(text);
+    // Most texts stand there just while something runs that leaves no time to paint.
+    m_statusText->repaint();
+}
+
+void VelMainWindow::setNetStatus(int status)
+{
+    m_onlineWidget->setNetStatus(static_cast<VelOnlineWidget::NetStatus>(status));
+}
+
+void VelMainWindow::updateCaption()
+{
+    setCaption(m_doc->URL().fileName(), m_doc->isModified());
+}
+
+void VelMainWindow::openDocumentFile(const QUrl &url)
+{
+    const QUrl last =
+        VelConfiguration::readOptions(VelConfiguration::generalOptions(applicationConfig())).docUrl;
+    const QUrl wanted = url.isEmpty() ? last : url;
+    if (!wanted.isEmpty())
+        m_fileCommands->openDocumentFile(wanted);
+}
+
+void VelMainWindow::setAutoSaveTimer()
+{
+    if (m_settings.autoSave)
+        m_autoSaveTimer.start(m_settings.autoSaveInterval * MsecsPerMinute);
+    else
+        m_autoSaveTimer.stop();
+}
+
+void VelMainWindow::slotAutoSave()
+{
+    if (m_doc->isModified() && !m_doc->isUntitled() && !m_doc->hasDeclinedOverwrite())
+        slotFileSave();
+    setAutoSaveTimer();
+}
+
+bool VelMainWindow::queryClose()
+{
+    if (!m_doc->saveModified())
+        return false;
+    saveOptions();
+    return true;
+}
+
+void VelMainWindow::showOrDock()
+{
+    const bool docked =
+        VelConfiguration::readOptions(VelConfiguration::generalOptions(applicationConfig())).docked;
+    if (docked && VelTray::isAvailable())
+        dock();
+    else
+        show();
+}
+
+void VelMainWindow::dock()
+{
+    if (!VelTray::isAvailable())
+        return;
+    m_tray->show();
+    hide();
+}
+
+void VelMainWindow::changeEvent(QEvent *event)
+{
+    VelApp::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange && isMinimized() && m_settings.dock)
+        QTimer::singleShot(0, this, &VelMainWindow::dock);
+}
+
+void VelMainWindow::showEvent(QShowEvent *event)
+{
+    VelApp::showEvent(event);
+    // Later: the icon itself may be what brought the window back.
+    if (m_tray && m_tray->isShown())
+        QTimer::singleShot(0, this, [this] { m_tray->hide(); });
+}

@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "app/velconfiguration.h"
+#include "app/velfilechooser.h"
+#include "document/velmessages.h"
+#include "hub/velapp.h"
+
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+
+class QLabel;
+class VelActions;
+class VelFileCommands;
+class VelMainView;
+class VelOnlineWidget;
+class VelTray;
+
+/** What a window asks of the world, so that a test can be that world. Null members stand for the usual. */
+struct VelSurroundings {
+    std::unique_ptr<VelMessages> messages;
+    std::unique_ptr<VelFileChooser> files;
+    std::function<QDate()> today;
+};
+
+/** The main window: one calendar, its views, and every command. Deletes itself when it is closed. */
+class VelMainWindow : public VelApp
+{
+    Q_OBJECT
+public:
+    explicit VelMainWindow(VelSurroundings surroundings = {});
+    ~VelMainWindow() override;
+
+    [[nodiscard]] VelDoc *document() const override { return m_doc; }
+    [[nodiscard]] const VelSettings *settings() const override { return &m_settings; }
+    [[nodiscard]] const VelLook &look() const override { return m_look; }
+    [[nodiscard]] VelMessages &messages() override { return *m_messages; }
+    void setCutCopy(const VelEntry *selected, bool isSelected) override;
+    void setEditLock(bool locked) override;
+    [[nodiscard]] bool isEditLocked() const { return m_editLock; }
+    [[nodiscard]] bool mayEdit() const override;
+    void slotStatusMsg(const QString &text) override;
+
+    [[nodiscard]] VelMainView *mainView() const { return m_view; }
+    [[nodiscard]] VelFileCommands *fileCommands() const { return m_fileCommands.get(); }
+    void setNetStatus(int status);
+
+    /** Opens @p url, or, when it is empty, the calendar that was open when the program last ended. */
+    void openDocumentFile(const QUrl &url);
+    /** Shows the window, or, when it was docked when the program last ended, only its icon in the tray. */
+    void showOrDock();
+    /** Hides the window behind its icon in the system tray; does nothing where there is no tray. */
+    void dock();
+    /** Writes the options of the window and the preferences. */
+    void saveOptions();
+
+public Q_SLOTS:
+    void slotFileNewWindow();
+    void slotFileNew();
+    void slotFileOpen();
+    void slotFileOpenRecent(const QUrl &url);
+    void slotFileSave();
+    void slotFileSaveAs();
+    void slotFileImport();
+    void slotFileExport();
+    void slotFileClose();
+    void slotFileQuit();
+    void slotEditCut();
+    void slotEditCopy();
+    void slotEditPaste();
+    void slotEditDelete();
+    void slotGoToday();
+    void slotViewToolBar();
+    void slotViewStatusBar();
+    void slotViewList();
+    void slotPurgeCompleted();
+    void slotAccels();
+    void slotToolbar();
+    void slotClipboardChanged();
+    void slotAutoSave();
+
+protected:
+    bool queryClose() override;
+    void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void saveProperties(KConfigGroup &group) override;
+    void readProperties(const KConfigGroup &group) override;
+
+private:
+    void initStatusBar();
+    void initDocument();
+    void initView(const VelWindowOptions &options);
+    void readOptions(const VelWindowOptions &options);
+    [[nodiscard]] VelWindowOptions currentOptions() const;
+    void setAutoSaveTimer();
+    void updateCaption();
+    void updateEditActions();
+
+    VelSettings m_settings;
+    VelLook m_look;
+    std::unique_ptr<VelMessages> m_messages;
+    std::unique_ptr<VelFileChooser> m_files;
+    std::function<QDate()> m_today;
+    VelDoc *m_doc = nullptr;
+    VelMainView *m_view = nullptr;
+    QLabel *m_statusText = nullptr;
+    VelOnlineWidget *m_onlineWidget = nullptr;
+    std::unique_ptr<VelActions> m_actions;
+    std::unique_ptr<VelFileCommands> m_fileCommands;
+    std::unique_ptr<VelTray> m_tray;
+    QTimer m_autoSaveTimer;
+    bool m_editLock = false;
+};

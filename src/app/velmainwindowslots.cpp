@@ -1,0 +1,182 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "app/velactions.h"
+#include "app/velfilecommands.h"
+#include "app/velmainwindow.h"
+#include "app/velrecovery.h"
+#include "document/veldoc.h"
+#include "document/veldrag.h"
+#include "document/velmessages.h"
+#include "views/velmainview.h"
+
+#include <KActionCollection>
+#include <KEditToolBar>
+#include <KLocalizedString>
+#include <KToggleAction>
+#include <KToolBar>
+#include <KXMLGUIFactory>
+
+#include <QClipboard>
+#include <QFile>
+#include <QGuiApplication>
+#include <QStatusBar>
+
+void VelMainWindow::slotFileNewWindow()
+{
+    auto *window = new VelMainWindow;
+    window->show();
+}
+
+void VelMainWindow::slotFileNew()
+{
+    m_fileCommands->newDocument();
+}
+
+void VelMainWindow::slotFileOpen()
+{
+    m_fileCommands->open();
+}
+
+void VelMainWindow::slotFileOpenRecent(const QUrl &url)
+{
+    m_fileCommands->open(url);
+}
+
+void VelMainWindow::slotFileSave()
+{
+    m_fileCommands->save();
+}
+
+void VelMainWindow::slotFileSaveAs()
+{
+    m_fileCommands->saveAs();
+}
+
+void VelMainWindow::slotFileImport()
+{
+    m_fileCommands->importFile();
+}
+
+void VelMainWindow::slotFileExport()
+{
+    m_fileCommands->exportFile();
+}
+
+void VelMainWindow::slotFileClose()
+{
+    close();
+}
+
+void VelMainWindow::slotFileQuit()
+{
+    slotStatusMsg(i18n("Exiting..."));
+    saveOptions();
+    // What a program leaves on the clipboard ends with it anyway; without it others need not wait for an
+    // answer.
+    QClipboard *clipboard = QGuiApplication::clipboard();
+    if (qobject_cast<const VelDrag *>(clipboard->mimeData()))
+        clipboard->clear();
+    if (!close())
+        slotStatusMsg(i18n("Ready."));
+}
+
+void VelMainWindow::slotEditCut()
+{
+    m_view->getCurrentView()->cut();
+}
+
+void VelMainWindow::slotEditCopy()
+{
+    m_view->getCurrentView()->copy();
+}
+
+void VelMainWindow::slotEditPaste()
+{
+    m_view->getCurrentView()->paste();
+}
+
+void VelMainWindow::slotEditDelete()
+{
+    m_view->getCurrentView()->del();
+}
+
+void VelMainWindow::slotGoToday()
+{
+    m_view->setDate(m_today());
+}
+
+void VelMainWindow::slotViewToolBar()
+{
+    toolBar(QStringLiteral("mainToolBar"))->setVisible(m_actions->showToolBar->isChecked());
+}
+
+void VelMainWindow::slotViewStatusBar()
+{
+    statusBar()->setVisible(m_actions->showStatusBar->isChecked());
+}
+
+void VelMainWindow::slotViewList()
+{
+    m_view->setMainView(VelMainView::ListView);
+}
+
+void VelMainWindow::slotPurgeCompleted()
+{
+    if (!mayEdit())
+        return;
+    const int purged = m_doc->purgeCompleted();
+    statusBar()->showMessage(purged == 0 ? i18n("There are no completed to-do tasks.")
+                                         : i18np("One completed to-do task was removed.",
+                                                 "%1 completed to-do tasks were removed.", purged),
+                             5000);
+}
+
+void VelMainWindow::slotAccels()
+{
+    guiFactory()->showConfigureShortcutsDialog();
+}
+
+void VelMainWindow::slotToolbar()
+{
+    KEditToolBar dialog(guiFactory(), this);
+    connect(&dialog, &KEditToolBar::newToolBarConfig, this,
+            [this] { createGUI(QStringLiteral("delmasttimeui.rc")); });
+    dialog.exec();
+}
+
+void VelMainWindow::saveProperties(KConfigGroup &group)
+{
+    group.writeEntry("filename", m_doc->URL().toString());
+    group.writeEntry("modified", m_doc->isModified());
+    if (!m_doc->isModified())
+        return;
+    if (m_settings.autoSave && !m_doc->isUntitled() && !m_doc->hasDeclinedOverwrite()) {
+        if (m_doc->saveDocument(m_doc->URL(), true)) {
+            group.writeEntry("modified", false);
+            return;
+        }
+    }
+    if (!m_doc->writeCopy(VelRecovery::fileName(m_doc->URL())))
+        m_messages->error(i18n("Cannot write to the file."));
+}
+
+void VelMainWindow::readProperties(const KConfigGroup &group)
+{
+    const QUrl url(group.readEntry("filename", QString()));
+    if (url.isEmpty())
+        return;
+    if (!group.readEntry("modified", false)) {
+        if (url.fileName() != VelDoc::untitledName())
+            openDocumentFile(url);
+        return;
+    }
+    const QString recovery = VelRecovery::fileName(url);
+    const bool exists = QFile::exists(recovery);
+    m_messages->information(QLatin1String("recover:") + QString::number(int(exists)) + QLatin1Char('-')
+                            + recovery);
+    if (!exists)
+        openDocumentFile(url);
+    else if (m_doc->recoverDocument(recovery, url))
+        QFile::remove(recovery);
+}

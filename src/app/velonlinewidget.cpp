@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "app/velonlinewidget.h"
+
+#include "hub/velapp.h"
+
+#include <KLocalizedString>
+
+#include <QPainter>
+#include <QStyle>
+
+namespace
+{
+QString pixmapName(VelOnlineWidget::NetStatus status)
+{
+    switch (status) {
+    case VelOnlineWidget::Connecting:
+        return QStringLiteral("connect_creating");
+    case VelOnlineWidget::Connected:
+        return QStringLiteral("connect_established");
+    case VelOnlineWidget::NoConnection:
+        break;
+    }
+    return QStringLiteral("connect_no");
+}
+
+QString statusText(VelOnlineWidget::NetStatus status)
+{
+    switch (status) {
+    case VelOnlineWidget::Connecting:
+        return i18n("Connecting to server");
+    case VelOnlineWidget::Connected:
+        return i18n("Connection established");
+    case VelOnlineWidget::NoConnection:
+        break;
+    }
+    return i18n("No connection");
+}
+} // namespace
+
+VelOnlineWidget::VelOnlineWidget(QWidget *parent)
+    : QWidget(parent)
+{
+    setNetStatus(NoConnection);
+}
+
+void VelOnlineWidget::setNetStatus(NetStatus status)
+{
+    m_status = status;
+    setToolTip(statusText(status));
+    setAccessibleName(statusText(status));
+    update();
+}
+
+QSize VelOnlineWidget::sizeHint() const
+{
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    return {size, size};
+}
+
+void VelOnlineWidget::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.drawPixmap(0, 0, VelApp::getPixmap(pixmapName(m_status), this));
+}

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "app/velrecovery.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QStandardPaths>
+
+namespace VelRecovery
+{
+QString fileName(const QUrl &url)
+{
+    // A name that follows from the calendar's alone is found again by a process that knows nothing else; the
+    // frameworks' own recovery files go with the process that made them.
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)
+                      + QLatin1String("/recovery"));
+    folder.mkpath(QStringLiteral("."));
+    const QByteArray hash =
+        QCryptographicHash::hash(url.toString().toUtf8(), QCryptographicHash::Sha1).toHex();
+    return folder.filePath(url.fileName() + QLatin1Char('-') + QString::fromLatin1(hash.left(12))
+                           + QLatin1String(".xml"));
+}
+} // namespace VelRecovery

@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QString>
+#include <QUrl>
+
+/** Copies of unsaved calendars, kept from the end of a desktop session to the beginning of the next. */
+namespace VelRecovery
+{
+/** Where the copy of the calendar at @p url stands, if there is one. The folder is made when it is missing.
+ */
+[[nodiscard]] QString fileName(const QUrl &url);
+} // namespace VelRecovery

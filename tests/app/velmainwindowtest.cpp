@@ -1,0 +1,482 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "app/velmainwindow.h"
+#include "app/velaboutdata.h"
+#include "app/velfilechooser.h"
+#include "app/velrecovery.h"
+#include "support/fakemessages.h"
+#include "support/testcalendar.h"
+#include "views/vellistview.h"
+#include "views/vellistviewwidget.h"
+#include "views/velmainview.h"
+#include "widgets/wtable.h"
+
+#include <KConfigGroup>
+#include <KSharedConfig>
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenu>
+#include <QPointer>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace TestCalendar;
+using Answer = VelMessages::Answer;
+
+namespace
+{
+QDate testDay()
+{
+    return {2026, 11, 16};
+}
+
+/** Names the files that the test wants chosen. */
+class FakeFiles : public VelFileChooser
+{
+public:
+    QUrl getOpenUrl(const QString &, const QString &) override { return choice; }
+    QUrl getSaveUrl(const QString &, const QString &) override { return choice; }
+    QUrl choice;
+};
+
+/** The window with its session functions open to the test. */
+class Window : public VelMainWindow
+{
+public:
+    using VelMainWindow::queryClose;
+    using VelMainWindow::readProperties;
+    using VelMainWindow::saveProperties;
+    using VelMainWindow::VelMainWindow;
+};
+
+/** A window and the world around it. */
+class Session
+{
+public:
+    Session()
+    {
+        auto ownMessages = std::make_unique<FakeMessages>();
+        auto ownFiles = std::make_unique<FakeFiles>();
+        messages = ownMessages.get();
+        files = ownFiles.get();
+        window = new Window(VelSurroundings{std::move(ownMessages), std::move(ownFiles), &testDay});
+        window->show();
+    }
+    ~Session() { delete window; }
+    Q_DISABLE_COPY_MOVE(Session)
+
+    void trigger(const char *action) { window->getAction(QLatin1String(action))->trigger(); }
+    [[nodiscard]] bool isEnabled(const char *action) const
+    {
+        return window->getAction(QLatin1String(action))->isEnabled();
+    }
+    [[nodiscard]] VelListView *list() const { return window->mainView()->listView(); }
+    [[nodiscard]] VelListView *tasks() const { return window->mainView()->smallList(); }
+    [[nodiscard]] VelDoc &doc() const { return *window->document(); }
+    void open(const QString &path) { window->openDocumentFile(QUrl::fromLocalFile(path)); }
+    void choose(const QString &path) { files->choice = QUrl::fromLocalFile(path); }
+
+    FakeMessages *messages;
+    FakeFiles *files;
+    QPointer<Window> window;
+};
+} // namespace
+
+class VelMainWindowTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void everyActionShouldBeInAMenuAndHaveStatusText();
+    void emptyStartShouldShowAnUntitledCalendar();
+    void missingFileShouldKeepTheCalendar();
+    void editSaveAndReopenShouldFindEverythingAsItWas();
+    void arrangementShouldSurviveARestart();
+    void lastCalendarShouldBeOpenedAgain();
+    void exportAndImportShouldCarryAllEntries_data();
+    void exportAndImportShouldCarryAllEntries();
+    void importWithoutEntriesShouldChangeNothing();
+    void closingShouldAskAboutChanges_data();
+    void closingShouldAskAboutChanges();
+    void readOnlyCalendarShouldDisableChanges();
+    void editActionsShouldFollowTheSelection();
+    void purgeShouldRemoveCompletedTasks();
+    void autoSaveShouldNotAskTwiceAboutAForeignChange();
+    void sessionShouldBringBackUnsavedChanges_data();
+    void sessionShouldBringBackUnsavedChanges();
+    void quitShouldTakeItsDataOffTheClipboard();
+
+private:
+    QString copyOfExample(const QString &name) const;
+    QTemporaryDir m_folder;
+};
+
+void VelMainWindowTest::initTestCase()
+{
+    KAboutData::setApplicationData(velAboutData());
+    QVERIFY(m_folder.isValid());
+}
+
+void VelMainWindowTest::init()
+{
+    const KSharedConfigPtr config = KSharedConfig::openConfig();
+    const QStringList groups = config->groupList();
+    for (const QString &group : groups)
+        config->deleteGroup(group);
+    QGuiApplication::clipboard()->clear();
+}
+
+QString VelMainWindowTest::copyOfExample(const QString &name) const
+{
+    const QString path = m_folder.filePath(name);
+    QFile::remove(path);
+    QFile::copy(QStringLiteral(EXAMPLE_CALENDAR), path);
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+    return path;
+}
+
+void VelMainWindowTest::everyActionShouldBeInAMenuAndHaveStatusText()
+{
+    const Session session;
+    QList<QAction *> shown;
+    const QList<QMenu *> menus = session.window->findChildren<QMenu *>();
+    for (const QMenu *menu : menus)
+        shown += menu->actions();
+    for (const char *name : {"file_new_window",
+                             "file_new",
+                             "file_open",
+                             "file_open_recent",
+                             "file_remote",
+                             "file_save",
+                             "file_save_as",
+                             "file_import",
+                             "file_export",
+                             "file_archive",
+                             "file_close",
+                             "file_print",
+                             "file_quit",
+                             "edit_cut",
+                             "edit_copy",
+                             "edit_paste",
+                             "go_today",
+                             "options_show_toolbar",
+                             "options_show_statusbar",
+                             "view_1_day",
+                             "view_5_day",
+                             "view_7_day",
+                             "view_month",
+                             "view_list",
+                             "new_entry",
+                             "new_todo",
+                             "edit_entry",
+                             "view_entry",
+                             "edit_delete",
+                             "purge_todo",
+                             "synchronize",
+                             "changepass",
+                             "options_configure",
+                             "options_configure_keybinding",
+                             "options_configure_toolbars"}) {
+        QAction *action = session.window->getAction(QLatin1String(name));
+        QVERIFY2(action, name);
+        QVERIFY2(shown.contains(action), name);
+        QVERIFY2(!action->statusTip().isEmpty(), name);
+    }
+    QVERIFY(!session.isEnabled("view_month"));
+    QCOMPARE(session.window->getAction(QStringLiteral("file_new"))->text(), QStringLiteral("New calendar"));
+}
+
+void VelMainWindowTest::emptyStartShouldShowAnUntitledCalendar()
+{
+    const Session session;
+    session.window->openDocumentFile(QUrl());
+    QVERIFY(session.doc().isUntitled());
+    QVERIFY(session.window->windowTitle().startsWith(QLatin1String("Untitled")));
+    QVERIFY(!session.isEnabled("file_save"));
+    QCOMPARE(session.messages->count(), 0);
+}
+
+void VelMainWindowTest::missingFileShouldKeepTheCalendar()
+{
+    Session session;
+    session.open(copyOfExample(QStringLiteral("kept.xml")));
+    const std::size_t count = session.doc().getEntryCount();
+    session.choose(m_folder.filePath(QStringLiteral("nowhere.xml")));
+    session.trigger("file_open");
+    QCOMPARE(session.messages->errors(), QStringList(QStringLiteral("Cannot open the file.")));
+    QCOMPARE(session.doc().getEntryCount(), count);
+    QVERIFY(session.window->windowTitle().startsWith(QLatin1String("kept.xml")));
+}
+
+void VelMainWindowTest::editSaveAndReopenShouldFindEverythingAsItWas()
+{
+    Session session;
+    const QString path = copyOfExample(QStringLiteral("edited.xml"));
+    session.open(path);
+    QVERIFY(session.list()->table()->rowCount() > 20);
+    QVERIFY(!session.isEnabled("file_save"));
+
+    // The first open task is ticked with the mouse.
+    WTable *tasks = session.tasks()->table();
+    int row = 0;
+    while (session.tasks()->getEntry(row)->complete)
+        ++row;
+    const quint32 task = session.tasks()->getEntry(row)->localid;
+    const QRect cell = tasks->visualRect(tasks->model()->index(row, VelListView::CompleteColumn));
+    const int boxSize = tasks->style()->pixelMetric(QStyle::PM_IndicatorWidth);
+    QTest::mouseClick(tasks->viewport(), Qt::LeftButton, {},
+                      QPoint(cell.left() + boxSize / 2 + 3, cell.center().y()));
+    QVERIFY(session.doc().getEntry(task)->complete);
+
+    // An entry is deleted with the key.
+    session.list()->table()->selectRow(0);
+    const quint32 deleted = session.list()->getEntry(0)->localid;
+    QVERIFY(session.isEnabled("edit_delete"));
+    session.messages->orderAnswer(Answer::Yes);
+    session.trigger("edit_delete");
+    QVERIFY(session.isEnabled("file_save"));
+    session.trigger("file_save");
+    QVERIFY(!session.isEnabled("file_save"));
+    const QByteArray saved = fileBytes(path);
+
+    session.trigger("file_new");
+    QCOMPARE(session.doc().getEntryCount(), std::size_t(0));
+    session.open(path);
+    QVERIFY(session.doc().getEntry(task)->complete);
+    QVERIFY(!session.doc().getEntry(deleted) || session.doc().getEntry(deleted)->isDeleted());
+    QVERIFY(session.doc().saveDocument(session.doc().URL(), true));
+    QCOMPARE(fileBytes(path), saved);
+}
+
+void VelMainWindowTest::arrangementShouldSurviveARestart()
+{
+    {
+        Session session;
+        session.open(copyOfExample(QStringLiteral("arranged.xml")));
+        WTable *table = session.list()->table();
+        table->sortBy(VelListView::TitleColumn);
+        table->sortBy(VelListView::TitleColumn);
+        table->columnDisplayChange(VelListView::EndDateColumn);
+        table->swapColumns(0, VelListView::TitleColumn, true);
+        table->horizontalHeader()->resizeSection(VelListView::TitleColumn, 177);
+        session.trigger("options_show_statusbar");
+        QVERIFY(session.window->close());
+    }
+    const Session session;
+    const WTable *table = session.list()->table();
+    QCOMPARE(table->sortColumn(), int(VelListView::TitleColumn));
+    QVERIFY(!table->ascending());
+    QVERIFY(!table->isColumnHidden(VelListView::EndDateColumn));
+    QCOMPARE(table->getDispColumn(VelListView::TitleColumn), 0);
+    QCOMPARE(table->columnWidth(VelListView::TitleColumn), 177);
+    QVERIFY(!session.window->getAction(QStringLiteral("options_show_statusbar"))->isChecked());
+}
+
+void VelMainWindowTest::lastCalendarShouldBeOpenedAgain()
+{
+    const QString path = copyOfExample(QStringLiteral("last.xml"));
+    {
+        Session session;
+        session.open(path);
+        QVERIFY(session.window->close());
+    }
+    const Session session;
+    session.window->openDocumentFile(QUrl());
+    QCOMPARE(session.doc().URL(), QUrl::fromLocalFile(path));
+}
+
+void VelMainWindowTest::exportAndImportShouldCarryAllEntries_data()
+{
+    QTest::addColumn<QString>("chosen");
+    QTest::addColumn<QString>("written");
+    QTest::newRow("suffix added") << QStringLiteral("out") << QStringLiteral("out.vcs");
+    QTest::newRow("suffix kept") << QStringLiteral("kept.vcs") << QStringLiteral("kept.vcs");
+    QTest::newRow("iCalendar") << QStringLiteral("other.ics") << QStringLiteral("other.ics");
+}
+
+void VelMainWindowTest::exportAndImportShouldCarryAllEntries()
+{
+    QFETCH(QString, chosen);
+    QFETCH(QString, written);
+    Session session;
+    session.open(copyOfExample(QStringLiteral("source.xml")));
+    QFile::remove(m_folder.filePath(written));
+    session.choose(m_folder.filePath(chosen));
+    session.trigger("file_export");
+    QVERIFY(QFile::exists(m_folder.filePath(written)));
+    const std::size_t count = session.doc().getEntryCount();
+    QStringList titles;
+    for (quint32 id = 1; id <= count; ++id)
+        titles.append(session.doc().getEntry(id)->getTitle());
+
+    session.trigger("file_new");
+    session.choose(m_folder.filePath(written));
+    session.trigger("file_import");
+    QCOMPARE(session.messages->count(), 0);
+    QCOMPARE(session.doc().getEntryCount(), count);
+    QStringList imported;
+    for (quint32 id = 1; id <= count; ++id)
+        imported.append(session.doc().getEntry(id)->getTitle());
+    titles.sort();
+    imported.sort();
+    QCOMPARE(imported, titles);
+    QVERIFY(session.doc().isModified());
+}
+
+void VelMainWindowTest::importWithoutEntriesShouldChangeNothing()
+{
+    Session session;
+    const QString path = m_folder.filePath(QStringLiteral("empty.vcs"));
+    QVERIFY(writeBytes(path, "BEGIN:VCALENDAR\nVERSION:1.0\nEND:VCALENDAR\n"));
+    session.choose(path);
+    session.trigger("file_import");
+    QVERIFY(!session.doc().isModified());
+    QCOMPARE(session.messages->last().kind, FakeMessages::Kind::Information);
+}
+
+void VelMainWindowTest::closingShouldAskAboutChanges_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("closes");
+    QTest::addColumn<bool>("saves");
+    QTest::newRow("yes") << int(Answer::Yes) << true << true;
+    QTest::newRow("no") << int(Answer::No) << true << false;
+    QTest::newRow("cancel") << int(Answer::Cancel) << false << false;
+}
+
+void VelMainWindowTest::closingShouldAskAboutChanges()
+{
+    QFETCH(int, answer);
+    QFETCH(bool, closes);
+    QFETCH(bool, saves);
+    Session session;
+    const QString path = m_folder.filePath(QStringLiteral("closing.xml"));
+    QFile::remove(path);
+    addEvent(session.doc(), QStringLiteral("new"), march(2, 9), march(2, 10));
+    session.doc().slotUpdateAllViews(nullptr);
+    session.choose(path);
+    session.messages->orderAnswer(static_cast<Answer>(answer));
+    const QString question = QStringLiteral("The current file has been modified.\nDo you want to save it?");
+    QCOMPARE(session.window->queryClose(), closes);
+    QCOMPARE(session.messages->last().text, question);
+    QCOMPARE(QFile::exists(path), saves);
+    QCOMPARE(session.doc().isModified(), !saves);
+}
+
+void VelMainWindowTest::readOnlyCalendarShouldDisableChanges()
+{
+    Session session;
+    const QString path = copyOfExample(QStringLiteral("readonly.xml"));
+    QVERIFY(writeBytes(path, fileBytes(path).replace("<origright>4", "<origright>2")));
+    session.open(path);
+    QVERIFY(session.window->isEditLocked());
+    session.list()->table()->selectRow(0);
+    QVERIFY(session.isEnabled("edit_copy"));
+    for (const char *action : {"edit_cut", "edit_delete", "edit_paste", "purge_todo", "file_import"})
+        QVERIFY2(!session.isEnabled(action), action);
+    session.trigger("file_new");
+    QVERIFY(!session.window->isEditLocked());
+    QVERIFY(session.isEnabled("purge_todo"));
+}
+
+void VelMainWindowTest::editActionsShouldFollowTheSelection()
+{
+    Session session;
+    session.open(copyOfExample(QStringLiteral("selection.xml")));
+    for (const char *action : {"edit_cut", "edit_copy", "edit_paste", "edit_delete"})
+        QVERIFY2(!session.isEnabled(action), action);
+    session.list()->table()->selectRow(0);
+    for (const char *action : {"edit_cut", "edit_copy", "edit_delete"})
+        QVERIFY2(session.isEnabled(action), action);
+    session.trigger("edit_copy");
+    QVERIFY(session.isEnabled("edit_paste"));
+    session.trigger("go_today");
+    QVERIFY(!session.isEnabled("edit_copy"));
+}
+
+void VelMainWindowTest::purgeShouldRemoveCompletedTasks()
+{
+    Session session;
+    VelEntry done = makeTodo(QStringLiteral("done"), testDay());
+    done.complete = true;
+    add(session.doc(), done);
+    addTodo(session.doc(), QStringLiteral("open"), testDay());
+    session.trigger("purge_todo");
+    QCOMPARE(session.tasks()->table()->rowCount(), 1);
+    QCOMPARE(session.tasks()->getEntry(0)->getTitle(), QStringLiteral("open"));
+}
+
+void VelMainWindowTest::autoSaveShouldNotAskTwiceAboutAForeignChange()
+{
+    Session session;
+    const QString path = copyOfExample(QStringLiteral("auto.xml"));
+    session.open(path);
+    session.doc().slotUpdateAllViews(nullptr);
+    const QByteArray foreign = fileBytes(path).replace("</calendar>", "<!-- mine --></calendar>");
+    QVERIFY(writeBytes(path, foreign));
+    session.messages->orderAnswer(Answer::No);
+    session.window->slotAutoSave();
+    QCOMPARE(session.messages->count(), 1);
+    session.window->slotAutoSave();
+    QCOMPARE(session.messages->count(), 1);
+    QCOMPARE(fileBytes(path), foreign);
+    QVERIFY(session.doc().isModified());
+}
+
+void VelMainWindowTest::sessionShouldBringBackUnsavedChanges_data()
+{
+    QTest::addColumn<bool>("autoSave");
+    QTest::newRow("saved by itself") << true;
+    QTest::newRow("recovery copy") << false;
+}
+
+void VelMainWindowTest::sessionShouldBringBackUnsavedChanges()
+{
+    QFETCH(bool, autoSave);
+    KSharedConfig::openConfig()->group(QStringLiteral("Preferences")).writeEntry("AutoSave", autoSave);
+    const QString path = copyOfExample(QStringLiteral("session.xml"));
+    const QByteArray before = fileBytes(path);
+    KConfig sessionConfig(QString(), KConfig::SimpleConfig);
+    KConfigGroup group = sessionConfig.group(QStringLiteral("1"));
+    {
+        Session session;
+        session.open(path);
+        addEvent(session.doc(), QStringLiteral("unsaved"), march(2, 9), march(2, 10));
+        session.doc().slotUpdateAllViews(nullptr);
+        session.window->saveProperties(group);
+    }
+    QCOMPARE(fileBytes(path) == before, !autoSave);
+
+    const Session session;
+    session.window->readProperties(group);
+    const VelEntryList found = session.doc().getEntries(QDate(2026, 3, 2), 0, false, QDate());
+    QCOMPARE(found.size(), std::size_t(1));
+    QCOMPARE(session.doc().URL(), QUrl::fromLocalFile(path));
+    QCOMPARE(session.doc().isModified(), !autoSave);
+    const QString recovery = VelRecovery::fileName(QUrl::fromLocalFile(path));
+    if (!autoSave)
+        QCOMPARE(session.messages->last().text, QStringLiteral("recover:1-") + recovery);
+    QVERIFY(!QFile::exists(recovery));
+}
+
+void VelMainWindowTest::quitShouldTakeItsDataOffTheClipboard()
+{
+    Session session;
+    session.open(copyOfExample(QStringLiteral("quit.xml")));
+    session.list()->table()->selectRow(0);
+    session.trigger("edit_copy");
+    QVERIFY(!QGuiApplication::clipboard()->text().isEmpty());
+    session.trigger("file_quit");
+    QVERIFY(QGuiApplication::clipboard()->text().isEmpty());
+    QVERIFY(!session.window || !session.window->isVisible());
+}
+
+QTEST_MAIN(VelMainWindowTest)
+
+#include "velmainwindowtest.moc"
