@@ -35,8 +35,9 @@ bool VelDoc::saveModified()
 {
     if (!m_modified)
         return true;
-    if (m_settings.autoSave && !isUntitled())
-        return saveDocument(m_url, true);
+    // What could not be saved by itself is asked about, so that nobody is kept from closing.
+    if (m_settings.autoSave && !isUntitled() && saveDocument(m_url, true))
+        return true;
     const VelMessages::Answer answer = m_messages.warningYesNoCancel(
         i18n("The current file has been modified.\nDo you want to save it?"), i18n("Warning"));
     switch (answer) {

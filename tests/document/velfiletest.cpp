@@ -264,6 +264,8 @@ void VelFileTest::shouldKeepEntriesWithBadLocalIds_data()
     QTest::newRow("all missing") << Ids{0, 0, 0} << Ids{1, 2, 3};
     QTest::newRow("one repeated") << Ids{5, 5, 9} << Ids{5, 10, 9};
     QTest::newRow("missing before the highest") << Ids{0, 4294967295U, 1} << Ids{2, 4294967295U, 1};
+    QTest::newRow("up to the highest")
+        << Ids{4294967294U, 4294967294U, 4294967294U} << Ids{4294967294U, 4294967295U, 1};
     QTest::newRow("all the highest") << Ids{4294967295U, 4294967295U, 4294967295U} << Ids{4294967295U, 1, 2};
 }
 

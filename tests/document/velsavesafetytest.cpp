@@ -108,6 +108,7 @@ private Q_SLOTS:
     void shouldLeaveNothingOfNewFileWhenTheDiskIsFull();
     void shouldSaveOnceThereIsRoomAgain();
     void shouldKeepOldFileWhenTheWriterFails();
+    void shouldFailWhenTheNewFileCannotTakeItsPlace();
     void shouldLeaveOldOrNewFileWhenKilledWhileSaving();
     void shouldLeaveOldOrNewFileWhenKilledBetweenPieces();
     void shouldSaySoWhenTheFolderMayNotBeWritten();
@@ -221,6 +222,16 @@ void VelSaveSafetyTest::shouldKeepOldFileWhenTheWriterFails()
     QVERIFY(!VelCalendarFile::write(path(QStringLiteral("a.xml")), writeHalf));
     QCOMPARE(fileBytes(path(QStringLiteral("a.xml"))), canonicalFile());
     QCOMPARE(files(), QStringList{QStringLiteral("a.xml")});
+}
+
+void VelSaveSafetyTest::shouldFailWhenTheNewFileCannotTakeItsPlace()
+{
+    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("folder")));
+    const auto writeAndRemoveFolder = [this](QIODevice &device) {
+        device.write("<calendar/>");
+        return QDir(path(QStringLiteral("folder"))).removeRecursively();
+    };
+    QVERIFY(!VelCalendarFile::write(path(QStringLiteral("folder/a.xml")), writeAndRemoveFolder));
 }
 
 void VelSaveSafetyTest::shouldLeaveOldOrNewFileWhenKilledWhileSaving()
