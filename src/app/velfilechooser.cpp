@@ -23,7 +23,7 @@ QString VelFileDialogs::nameFilter(const QString &filter)
 
 QUrl VelFileDialogs::getOpenUrl(const QString &title, const QString &filter)
 {
-    const QUrl url = QFileDialog::getOpenFileUrl(m_parent, title, m_folder, nameFilter(filter));
+    QUrl url = QFileDialog::getOpenFileUrl(m_parent, title, m_folder, nameFilter(filter));
     if (!url.isEmpty())
         m_folder = url.adjusted(QUrl::RemoveFilename);
     return url;
@@ -31,7 +31,7 @@ QUrl VelFileDialogs::getOpenUrl(const QString &title, const QString &filter)
 
 QUrl VelFileDialogs::getSaveUrl(const QString &title, const QString &filter)
 {
-    const QUrl url = QFileDialog::getSaveFileUrl(m_parent, title, m_folder, nameFilter(filter), nullptr,
+    QUrl url = QFileDialog::getSaveFileUrl(m_parent, title, m_folder, nameFilter(filter), nullptr,
                                                  QFileDialog::DontConfirmOverwrite);
     if (!url.isEmpty())
         m_folder = url.adjusted(QUrl::RemoveFilename);

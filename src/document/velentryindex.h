@@ -53,16 +53,16 @@ public:
 
 private:
     struct Item {
-        const VelEntry *entry;
-        qint32 endDay;
-        qint32 type;
+        const VelEntry *entry = nullptr;
+        qint32 endDay = 0;
+        qint32 type = 0;
     };
     struct Series {
         VelRecurrence recurrence;
-        const VelEntry *entry;
-        Slot *slot;
-        qint32 type;
-        qint32 lastEnd; // Julian day of the last end
+        const VelEntry *entry = nullptr;
+        Slot *slot = nullptr;
+        qint32 type = 0;
+        qint32 lastEnd = 0; // Julian day of the last end
     };
     using Buckets = std::map<qint32, std::vector<Item>>;
 

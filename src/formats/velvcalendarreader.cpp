@@ -148,7 +148,7 @@ void VelVCalendarReader::begin(const VelVCalendarLine &line)
         return;
     }
     abandon(); // entries do not nest: the end of that one is missing
-    m_draft.emplace();
+    m_draft = Draft();
     m_draft->entry.type = type;
 }
 

@@ -163,7 +163,7 @@ bool VelXmlReader::Parser::parse(const char *bytes, std::size_t size, bool isFin
         size -= piece;
         // While it waits for the rest of a token, the parser may not know its place: then the last one counts.
         m_parsed = std::max<qint64>(m_parsed, XML_GetCurrentByteIndex(m_expat.get()));
-        if (m_fed - m_parsed > static_cast<qint64>(2 * MaximumToken))
+        if (m_fed - m_parsed > 2 * static_cast<qint64>(MaximumToken))
             return fail(QStringLiteral("token too long"));
     } while (size > 0);
     return !m_failed;

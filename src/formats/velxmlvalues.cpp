@@ -90,7 +90,7 @@ QVector<int> parseIntList(std::string_view text)
 
 void append(std::string &out, qint64 number)
 {
-    std::array<char, 24> digits;
+    std::array<char, 24> digits{};
     const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number);
     out.append(digits.data(), result.ptr);
 }

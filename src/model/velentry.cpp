@@ -203,7 +203,7 @@ void VelEntry::updRecurrence(QDate today)
         return;
     const VelRecurrence recurrence(rule, m_start.date(), getSpan(), today);
     if (!recurrence.isEmpty())
-        m_occurrences.reset(new Occurrences{recurrence, {}});
+        m_occurrences = std::make_unique<Occurrences>(Occurrences{recurrence, {}});
 }
 
 void VelEntry::clearRecurring()

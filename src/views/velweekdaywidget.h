@@ -24,8 +24,8 @@ public:
 
 private:
     struct Box {
-        int day;
-        QCheckBox *box;
+        int day = 0;
+        QCheckBox *box = nullptr;
     };
-    std::array<Box, 7> m_boxes;
+    std::array<Box, 7> m_boxes{};
 };

@@ -287,6 +287,7 @@ void WRowTable::requestMenuAtRow()
     }
     scrollTo(currentIndex());
     const int y = rowViewportPosition(row) + rowHeight(row) / 2;
-    const QPoint pos(viewport()->width() / 2, y);
+    // In the middle of what the columns take up, which may be less than the viewport.
+    const QPoint pos(qMin(viewport()->width(), horizontalHeader()->length()) / 2, y);
     Q_EMIT contextMenuRequested(row, displayColumn(indexAt(pos)), viewport()->mapToGlobal(pos));
 }

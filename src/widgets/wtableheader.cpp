@@ -38,13 +38,13 @@ void WTableHeader::contextMenuEvent(QContextMenuEvent *event)
 
 void WTableHeader::focusInEvent(QFocusEvent *event)
 {
-    QWidget::focusInEvent(event);
+    QWidget::focusInEvent(event); // NOLINT(bugprone-parent-virtual-call): views update cells, a header has none
     setCurrentColumn(currentColumn());
 }
 
 void WTableHeader::focusOutEvent(QFocusEvent *event)
 {
-    QWidget::focusOutEvent(event);
+    QWidget::focusOutEvent(event); // NOLINT(bugprone-parent-virtual-call): as above
     viewport()->update();
 }
 
