@@ -3,6 +3,7 @@
 
 #include "app/velaboutdata.h"
 #include "app/velmainwindow.h"
+#include "model/compat.h"
 
 #include <KLocalizedString>
 
@@ -32,6 +33,7 @@ void openFirstWindow(const QStringList &arguments)
 
 int main(int argc, char **argv)
 {
+    velFollowScreenScale();
     QApplication application(argc, argv);
     KLocalizedString::setApplicationDomain("delmasttime");
     KAboutData about = velAboutData();

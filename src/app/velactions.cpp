@@ -11,8 +11,33 @@
 #include <KStandardAction>
 #include <KToggleAction>
 
+#include <QPainter>
+
 namespace
 {
+/**
+ * The same icon, pale where its action is disabled. The desktop's icons are dark and stay so by the frameworks' own
+ * rule, which leaves the user to guess.
+ */
+QIcon withPaleDisabled(const QIcon &icon)
+{
+    constexpr qreal paleness = 0.35;
+    QIcon result;
+    for (const int size : {16, 22, 24, 32, 48, 64}) {
+        const QPixmap pixmap = icon.pixmap(size);
+        QPixmap pale(pixmap.size());
+        pale.setDevicePixelRatio(pixmap.devicePixelRatio());
+        pale.fill(Qt::transparent);
+        QPainter painter(&pale);
+        painter.setOpacity(paleness);
+        painter.drawPixmap(0, 0, pixmap);
+        painter.end();
+        result.addPixmap(pixmap);
+        result.addPixmap(pale, QIcon::Disabled);
+    }
+    return result;
+}
+
 QAction *withStatus(QAction *action, const QString &status)
 {
     action->setStatusTip(status);
@@ -30,6 +55,11 @@ VelActions::VelActions(VelMainWindow *window)
     makeViewActions();
     makeEntryActions();
     makeSettingsActions();
+    const QList<QAction *> actions = m_collection->actions();
+    for (QAction *action : actions) {
+        if (!action->icon().pixmap(16).isNull())
+            action->setIcon(withPaleDisabled(action->icon()));
+    }
 }
 
 QAction *VelActions::add(const char *name, const QString &text, const char *icon, const QString &status)

@@ -32,7 +32,7 @@ QUrl VelFileDialogs::getOpenUrl(const QString &title, const QString &filter)
 QUrl VelFileDialogs::getSaveUrl(const QString &title, const QString &filter)
 {
     QUrl url = QFileDialog::getSaveFileUrl(m_parent, title, m_folder, nameFilter(filter), nullptr,
-                                                 QFileDialog::DontConfirmOverwrite);
+                                           QFileDialog::DontConfirmOverwrite);
     if (!url.isEmpty())
         m_folder = url.adjusted(QUrl::RemoveFilename);
     return url;

@@ -273,7 +273,11 @@ void VelVCalendarReader::readAttendee(const VelVCalendarLine &line)
     if (VelVCalendarLine::equals(line.parameter("EXPECT"), "FYI")
         || VelVCalendarLine::equals(line.parameter("ROLE"), "OPT-PARTICIPANT"))
         account.attendee = VelAccount::OptionalAttendee;
-    m_draft->entry.accounts.append(account);
+    // Calendar files know nobody without a name.
+    if (account.name.isEmpty())
+        account.name = account.email;
+    if (!account.name.isEmpty())
+        m_draft->entry.accounts.append(account);
 }
 
 /** The first of several rules: an entry has one. */

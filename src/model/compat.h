@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QCoreApplication>
 #include <QMetaType>
 #include <QVariant>
 
@@ -17,7 +18,17 @@
 using VelSize = qsizetype;
 /** How QMimeData::retrieveData() is told which type is wanted. */
 using VelVariantType = QMetaType;
+/** Call before the application is made: pictures and sizes follow the screen's scale, as they now do anyway. */
+inline void velFollowScreenScale()
+{
+}
 #else
 using VelSize = int;
 using VelVariantType = QVariant::Type;
+/** Call before the application is made: pictures and sizes follow the screen's scale. */
+inline void velFollowScreenScale()
+{
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+}
 #endif
