@@ -32,7 +32,7 @@ using ReplacedDays = QHash<QString, QVector<QDate>>;
 /** What a reader gets who takes the time to be one of the system's zone, where daylight saving may leave it out. */
 VelDateTime asReadBack(const VelDateTime &time)
 {
-    const QDateTime local(time.date(), time.time(), Qt::LocalTime);
+    const QDateTime local(time.date(), time.time());
     return local.isValid() ? VelDateTime::fromQDateTime(local) : VelDateTime();
 }
 
@@ -45,16 +45,33 @@ QString asReadBack(const QString &text)
     return text.mid(static_cast<VelSize>(first - text.begin()), static_cast<VelSize>(last - first));
 }
 
+/** True for names that every parser of parameters keeps as they are. */
+bool isPlainName(const QString &name)
+{
+    return name == name.simplified() && std::all_of(name.begin(), name.end(), [](QChar c) {
+               return c.isLetterOrNumber() || QStringLiteral(" .,-'_").contains(c);
+           });
+}
+
 VelEntry readBack(const Incidence &incidence, const VelEntry &entry)
 {
     VelEntry result = VelICalendarIncidence::toEntry(incidence, QTimeZone::utc());
     result.setTitle(asReadBack(result.getTitle()));
     result.setDescription(asReadBack(result.getDescription()));
+    for (VelAccount &account : result.accounts) {
+        if (!isPlainName(account.name))
+            account.name.clear();
+    }
     const VelICalendarRule::Place place{entry.getStart(), 0, {}, QTimeZone::utc()};
     result.rule = VelICalendarRule::read(incidence, place).rule;
     if (!entry.notime) {
         result.setStart(asReadBack(result.getStart()));
         result.setEnd(asReadBack(result.getEnd()));
+        // The toolkit puts the one in place of the other, of an event and of a repeating to-do.
+        if (!result.getEnd().isValid() && entry.type == VelEntry::Event)
+            result.setEnd(result.getStart());
+        if (!result.getStart().isValid() && entry.type == VelEntry::Todo && incidence.recurs())
+            result.setStart(result.getEnd());
     }
     return result;
 }
@@ -64,14 +81,14 @@ QString uidFor(const VelEntry &entry, quint32 userid, QSet<QString> &used)
 {
     static const QUuid space(0x6f2c1b0e, 0x93d7, 0x4d58, 0xa1, 0x0b, 0x5e, 0x7d, 0x24, 0xc8, 0x91, 0x3f);
     for (int copy = 0;; ++copy) {
-        const QString name = QStringLiteral("%1/%2/%3/%4/%5/")
-                                 .arg(userid)
-                                 .arg(entry.globalid)
-                                 .arg(entry.localid)
-                                 .arg(copy)
-                                 .arg(entry.getStart().julianDay());
-        const QString uid =
-            QUuid::createUuidV5(space, name + entry.getTitle()).toString(QUuid::WithoutBraces);
+        const QString number = QStringLiteral("%1/%2/%3/%4/%5/")
+                                   .arg(userid)
+                                   .arg(entry.globalid)
+                                   .arg(entry.localid)
+                                   .arg(copy)
+                                   .arg(entry.getStart().julianDay());
+        const QString name = number + entry.getTitle();
+        QString uid = QUuid::createUuidV5(space, name).toString(QUuid::WithoutBraces);
         if (used.contains(uid))
             continue;
         used.insert(uid);
@@ -89,7 +106,8 @@ QByteArray withFloatingTimes(const QByteArray &text)
     for (QByteArray line : text.split('\n')) {
         const bool isTime =
             std::any_of(properties.begin(), properties.end(), [&line](const QByteArray &property) {
-                return line.startsWith(property + ':') || line.startsWith(property + ';');
+                const char end = line.size() > property.size() ? line.at(property.size()) : '\0';
+                return line.startsWith(property) && (end == ':' || end == ';');
             });
         if (line.endsWith('\r'))
             line.chop(1);
@@ -105,7 +123,7 @@ QByteArray withFloatingTimes(const QByteArray &text)
 
 Incidence::Ptr written(const VelEntry &entry, quint32 userid, QDate today)
 {
-    const Incidence::Ptr incidence = VelICalendarIncidence::toIncidence(entry, userid);
+    Incidence::Ptr incidence = VelICalendarIncidence::toIncidence(entry, userid);
     if (!incidence)
         return {};
     VelICalendarRule::write(entry, today, *incidence);
@@ -176,14 +194,13 @@ void IncidenceReader::read(const Incidence &incidence)
         return;
     }
     auto entry = std::make_unique<VelEntry>(VelICalendarIncidence::toEntry(incidence, m_zone));
-    const bool isExact = readRule(incidence, *entry);
-    const bool hasOwnRule = VelICalendarExtras::read(incidence, *entry);
+    VelICalendarExtras::readFields(incidence, *entry);
     completeTimes(*entry);
     if (!entry->isValid()) {
         ++m_result.leftOut;
         return;
     }
-    m_result.simplified += isExact || hasOwnRule ? 0 : 1;
+    m_result.simplified += readRule(incidence, *entry) ? 0 : 1;
     entry->dirty = 1;
     m_result.entries.push_back(std::move(entry));
 }
@@ -191,17 +208,15 @@ void IncidenceReader::read(const Incidence &incidence)
 /** False when the entry repeats otherwise than the incidence. */
 bool IncidenceReader::readRule(const Incidence &incidence, VelEntry &entry) const
 {
-    VelEntry complete(entry);
-    completeTimes(complete);
-    if (!complete.isValid() || incidence.hasRecurrenceId())
+    if (incidence.hasRecurrenceId())
         return true;
     const QDate written = incidence.dtStart().date();
-    const auto shift = written.isValid() ? written.daysTo(complete.getStart().date()) : 0;
-    const VelICalendarRule::Place place{complete.getStart(), static_cast<int>(shift),
+    const auto shift = written.isValid() ? written.daysTo(entry.getStart().date()) : 0;
+    const VelICalendarRule::Place place{entry.getStart(), static_cast<int>(shift),
                                         m_replaced.value(incidence.uid()), m_zone};
     const VelICalendarRule::Reading reading = VelICalendarRule::read(incidence, place);
     entry.rule = reading.rule;
-    return reading.isExact;
+    return VelICalendarExtras::readRule(incidence, entry) || reading.isExact;
 }
 } // namespace
 
@@ -235,17 +250,19 @@ Result read(const QByteArray &bytes, const QTimeZone &zone)
     ICalFormat format;
     result.isCalendar = format.fromRawString(calendar, text);
     if (!result.isCalendar) {
-        result.isCalendar = format.fromRawString(calendar, withoutOpenEnd(text));
+        const QByteArray whole = withoutOpenEnd(text);
+        result.isCalendar = !whole.isEmpty() && format.fromRawString(calendar, whole);
         result.leftOut = result.isCalendar ? 1 : 0;
     }
     Incidence::List incidences = calendar->rawIncidences();
-    std::sort(incidences.begin(), incidences.end(), [](const Incidence::Ptr &a, const Incidence::Ptr &b) {
-        return a->dtStart() != b->dtStart() ? a->dtStart() < b->dtStart() : a->uid() < b->uid();
-    });
+    std::sort(incidences.begin(), incidences.end(),
+              [](const Incidence::Ptr &a, const Incidence::Ptr &b) { return a->uid() < b->uid(); });
     const ReplacedDays replaced = replacedDays(incidences, zone);
     IncidenceReader reader(replaced, zone, result);
     for (const Incidence::Ptr &incidence : incidences)
         reader.read(*incidence);
+    std::stable_sort(result.entries.begin(), result.entries.end(),
+                     [](const auto &a, const auto &b) { return a->getStart() < b->getStart(); });
     return result;
 }
 

@@ -93,9 +93,9 @@ QString accountsText(const VelEntry &entry)
 {
     QStringList fields;
     for (const VelAccount &account : entry.accounts) {
-        fields += {QString::number(account.id),     QString::number(account.type),
-                   QString::number(account.status), QString::number(account.attendee),
-                   escaped(account.name),           escaped(account.email)};
+        fields += QStringList{QString::number(account.id),     QString::number(account.type),
+                              QString::number(account.status), QString::number(account.attendee),
+                              escaped(account.name),           escaped(account.email)};
     }
     return fields.join(FieldSeparator);
 }
@@ -159,7 +159,8 @@ QString answersText(const VelEntry &entry)
 {
     QStringList fields;
     for (const VelAccount &account : entry.accounts)
-        fields += {account.email, QString::number(account.status), QString::number(account.attendee)};
+        fields +=
+            QStringList{account.email, QString::number(account.status), QString::number(account.attendee)};
     return fields.join(FieldSeparator);
 }
 
@@ -177,6 +178,16 @@ QString checksum(const Extra &extra, const VelEntry &entry, const KCalendarCore:
     return QString::fromLatin1(
         QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha1).toHex().left(length));
 }
+/** False when there is no such property, or it is out of date. */
+bool apply(const Extra &extra, const KCalendarCore::Incidence &incidence, VelEntry &entry)
+{
+    const QString value = incidence.nonKDECustomProperty(extra.property);
+    const auto separator = value.indexOf(FieldSeparator);
+    if (separator < 0 || value.left(separator) != checksum(extra, entry, incidence))
+        return false;
+    extra.apply(entry, value.mid(separator + 1));
+    return true;
+}
 } // namespace
 
 namespace VelICalendarExtras
@@ -191,17 +202,17 @@ void write(const VelEntry &entry, const VelEntry &readBack, KCalendarCore::Incid
     }
 }
 
-bool read(const KCalendarCore::Incidence &incidence, VelEntry &entry)
+void readFields(const KCalendarCore::Incidence &incidence, VelEntry &entry)
 {
-    bool hasRule = false;
     for (const Extra &extra : Extras) {
-        const QString value = incidence.nonKDECustomProperty(extra.property);
-        const auto separator = value.indexOf(FieldSeparator);
-        if (separator < 0 || value.left(separator) != checksum(extra, entry, incidence))
-            continue;
-        extra.apply(entry, value.mid(separator + 1));
-        hasRule = hasRule || isRule(extra);
+        if (!isRule(extra))
+            apply(extra, incidence, entry);
     }
-    return hasRule;
+}
+
+bool readRule(const KCalendarCore::Incidence &incidence, VelEntry &entry)
+{
+    return std::any_of(Extras.begin(), Extras.end(),
+                       [&](const Extra &extra) { return isRule(extra) && apply(extra, incidence, entry); });
 }
 } // namespace VelICalendarExtras

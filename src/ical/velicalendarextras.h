@@ -18,6 +18,8 @@ namespace VelICalendarExtras
 /** Adds a property for each field of @p entry that differs from @p readBack, what a reader of @p incidence would get. */
 void write(const VelEntry &entry, const VelEntry &readBack, KCalendarCore::Incidence &incidence);
 
-/** Refines what was read from the incidence. True when the recurrence rule was among it. */
-bool read(const KCalendarCore::Incidence &incidence, VelEntry &entry);
+/** Refines what was read from the incidence, but for the recurrence rule. */
+void readFields(const KCalendarCore::Incidence &incidence, VelEntry &entry);
+/** Refines the rule that was read from the incidence. True when there was something to refine. */
+bool readRule(const KCalendarCore::Incidence &incidence, VelEntry &entry);
 } // namespace VelICalendarExtras

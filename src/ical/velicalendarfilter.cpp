@@ -7,22 +7,61 @@
 #include "model/compat.h"
 
 #include <algorithm>
-#include <array>
+#include <initializer_list>
 
 namespace
 {
-bool isName(std::string_view line, std::string_view name)
+using Names = std::initializer_list<std::string_view>;
+
+bool isIn(const Names &names, std::string_view name)
 {
-    const bool isLonger = line.size() > name.size() && (line[name.size()] == ':' || line[name.size()] == ';');
-    return isLonger && VelVCalendarLine::equals(line.substr(0, name.size()), name);
+    return std::any_of(names.begin(), names.end(),
+                       [name](std::string_view one) { return VelVCalendarLine::equals(name, one); });
 }
 
-/** Properties that the toolkit keeps in order, or compares with each other. */
-bool isListed(std::string_view line)
+/** What an entry is made of, its alarm, and the time zones that its times refer to. */
+bool isUseful(std::string_view name)
 {
-    static constexpr std::array<std::string_view, 4> names{"EXDATE", "RDATE", "ATTENDEE", "RRULE"};
-    return std::any_of(names.begin(), names.end(),
-                       [line](std::string_view name) { return isName(line, name); });
+    static const Names names{
+        "BEGIN",       "END",     "VERSION",        "UID",          "SEQUENCE",   "SUMMARY",
+        "DESCRIPTION", "DTSTART", "DTEND",          "DUE",          "DURATION",   "CLASS",
+        "TRANSP",      "STATUS",  "PRIORITY",       "COMPLETED",    "ATTENDEE",   "PERCENT-COMPLETE",
+        "ORGANIZER",   "RRULE",   "EXRULE",         "RDATE",        "EXDATE",     "ACTION",
+        "TRIGGER",     "TZID",    "RECURRENCE-ID",  "TZOFFSETFROM", "TZOFFSETTO", "TZNAME",
+        "TZUNTIL",     "PRODID",  "X-LIC-LOCATION", "CALSCALE",     "METHOD",     "X-KDE-KCALCORE-ENABLED"};
+    constexpr std::string_view own = "X-DELMAST-";
+    return isIn(names, name) || VelVCalendarLine::equals(name.substr(0, own.size()), own);
+}
+
+bool isRule(std::string_view name)
+{
+    return isIn({"RRULE", "EXRULE"}, name);
+}
+
+bool isListed(std::string_view name)
+{
+    return isIn({"EXDATE", "RDATE", "ATTENDEE"}, name) || isRule(name);
+}
+
+/** Up to the colon; one within quotes is none. */
+std::size_t headLength(std::string_view property)
+{
+    bool isQuoted = false;
+    const auto *const colon = std::find_if(property.begin(), property.end(), [&isQuoted](char c) {
+        isQuoted = isQuoted != (c == '"');
+        return c == ':' && !isQuoted;
+    });
+    return static_cast<std::size_t>(colon - property.begin());
+}
+
+/** A line and those that continue it, each with its end. */
+std::size_t propertyLength(std::string_view text)
+{
+    std::size_t length = 0;
+    do {
+        length = std::min(text.find('\n', length), text.size() - 1) + 1;
+    } while (length < text.size() && (text[length] == ' ' || text[length] == '\t'));
+    return length;
 }
 } // namespace
 
@@ -32,30 +71,36 @@ QByteArray VelICalendarFilter::filtered(const QByteArray &text)
     filter.m_result.reserve(text.size());
     std::string_view rest(text.constData(), static_cast<std::size_t>(text.size()));
     while (!rest.empty()) {
-        const std::size_t length = std::min(rest.find('\n'), rest.size() - 1) + 1;
-        filter.addLine(rest.substr(0, length));
+        const std::size_t length = propertyLength(rest);
+        filter.addProperty(rest.substr(0, length));
         rest.remove_prefix(length);
     }
     return filter.m_result;
 }
 
-void VelICalendarFilter::addLine(std::string_view line)
+void VelICalendarFilter::addProperty(std::string_view property)
 {
-    const bool isContinued = line.front() == ' ' || line.front() == '\t';
-    if (!isContinued)
-        beginProperty(line);
-    if (m_isList)
-        m_values += static_cast<int>(std::count(line.begin(), line.end(), ',')) + (isContinued ? 0 : 1);
-    if (m_isKept)
-        m_result.append(line.data(), static_cast<VelSize>(line.size()));
+    const std::string_view name = property.substr(0, property.find_first_of(":;"));
+    const bool isBegin = VelVCalendarLine::equals(name, "BEGIN");
+    m_depth += isBegin ? 1 : 0;
+    m_values = isBegin ? 0 : m_values;
+    if (isKept(property, name)) {
+        if (VelVCalendarLine::equals(name, "COMPLETED"))
+            m_result += "X-DELMAST-";
+        m_result.append(property.data(), static_cast<VelSize>(property.size()));
+    }
+    if (VelVCalendarLine::equals(name, "END") && m_depth > 0)
+        --m_depth;
 }
 
-void VelICalendarFilter::beginProperty(std::string_view line)
+bool VelICalendarFilter::isKept(std::string_view property, std::string_view name)
 {
-    if (isName(line, "BEGIN"))
-        m_values = 0;
-    m_isList = isListed(line);
-    m_isKept = !m_isList || m_values < MaximumValues;
-    if (isName(line, "COMPLETED"))
-        m_result += "X-DELMAST-";
+    if (m_depth > MaximumDepth || !isUseful(name) || headLength(property) > MaximumHead)
+        return false;
+    if (isRule(name) && property.size() > MaximumHead)
+        return false;
+    if (!isListed(name))
+        return true;
+    m_values += 1 + static_cast<int>(std::count(property.begin(), property.end(), ','));
+    return m_values <= MaximumValues;
 }

@@ -8,16 +8,20 @@
 #include <string_view>
 
 /**
- * Makes iCalendar text safe for the toolkit's parser, in one pass.
+ * Makes iCalendar text safe for the toolkit's parser, in one pass: leaves out what entries have no use for, and what costs
+ * the parser time with the square of its length, or depth of stack, beyond the limits below, which no calendar program
+ * reaches.
  *
  * COMPLETED becomes Completed: the toolkit takes it as an order to work out, one after the other, all occurrences of a
- * repeating to-do up to now. And components with more dates or attendees than MaximumValues lose the rest, as the
- * toolkit takes time with the square of their number.
+ * repeating to-do up to now.
  */
 class VelICalendarFilter
 {
 public:
-    static constexpr int MaximumValues = 10000;
+    static constexpr int MaximumValues = 10000; ///< dates and attendees of one component
+    static constexpr std::size_t MaximumHead =
+        4096; ///< bytes of a property's name and parameters, or of a rule
+    static constexpr int MaximumDepth = 8; ///< components within components
     /** The name that COMPLETED is given. */
     static constexpr const char *Completed = "X-DELMAST-COMPLETED";
 
@@ -25,11 +29,10 @@ public:
     [[nodiscard]] static QByteArray filtered(const QByteArray &text);
 
 private:
-    void addLine(std::string_view line);
-    void beginProperty(std::string_view line);
+    void addProperty(std::string_view property);
+    [[nodiscard]] bool isKept(std::string_view property, std::string_view name);
 
     QByteArray m_result;
     int m_values = 0; // of the current component
-    bool m_isList = false;
-    bool m_isKept = true;
+    int m_depth = 0;
 };

@@ -88,9 +88,15 @@ Attendee toAttendee(const VelAccount &account)
     return attendee;
 }
 
+/** Calendar files know nobody without a name. */
+QString nameOf(const QString &name, const QString &email)
+{
+    return name.isEmpty() ? email : name;
+}
+
 VelAccount toAccount(const Attendee &attendee)
 {
-    VelAccount account(attendee.name(), attendee.email(), 0);
+    VelAccount account(nameOf(attendee.name(), attendee.email()), attendee.email(), 0);
     const bool isResource = attendee.cuType() == Attendee::Resource || attendee.cuType() == Attendee::Room;
     const bool isOptional =
         attendee.role() == Attendee::OptParticipant || attendee.role() == Attendee::NonParticipant;
@@ -208,7 +214,7 @@ void readAttendees(const Incidence &incidence, VelEntry &entry)
         });
     if (organizer.email().isEmpty() || isListed)
         return;
-    VelAccount account(organizer.name(), organizer.email(), 0);
+    VelAccount account(nameOf(organizer.name(), organizer.email()), organizer.email(), 0);
     account.type = VelAccount::Person;
     account.status = VelAccount::Accepted;
     entry.accounts.append(account);
@@ -228,7 +234,7 @@ Incidence::Ptr toIncidence(const VelEntry &entry, quint32 userid)
 {
     if (entry.type != VelEntry::Event && entry.type != VelEntry::Todo)
         return {};
-    const Incidence::Ptr incidence = entry.type == VelEntry::Event ? toEvent(entry) : toTodo(entry);
+    Incidence::Ptr incidence = entry.type == VelEntry::Event ? toEvent(entry) : toTodo(entry);
     // Plain, as the toolkit would guess otherwise.
     incidence->setSummary(cleaned(entry.getTitle()), false);
     incidence->setDescription(cleaned(entry.getDescription()), false);

@@ -215,7 +215,7 @@ private:
 
 VelICalendarRule::Reading RuleReader::read() const
 {
-    const VelICalendarRule::Reading dropped{{}, false};
+    VelICalendarRule::Reading dropped{{}, false};
     const RecurrenceRule::List rules = m_recurrence.rRules();
     const QVector<QDate> added = addedDays();
     const QVector<QDate> removed = removedDays();
@@ -288,7 +288,7 @@ QVector<int> RuleReader::weekdays(const RecurrenceRule &rule) const
     for (const RecurrenceRule::WDayPos &day : rule.byDays()) {
         if (day.pos() != 0)
             return {};
-        const int shifted = (day.day() - 1 + m_place.dayShift + 7) % 7 + 1;
+        const int shifted = (day.day() - 1 + m_place.dayShift % 7 + 7) % 7 + 1;
         if (!days.contains(shifted))
             days.append(shifted);
     }
@@ -320,7 +320,7 @@ std::optional<Candidate> RuleReader::toMonthly(const RecurrenceRule &rule) const
     Candidate candidate{simpleRule(VelRecurrenceRule::Monthly, rule)};
     if (!rule.byDays().isEmpty())
         return rule.byMonthDays().isEmpty() ? toMonthWeekday(rule) : std::nullopt;
-    const QList<int> days = rule.byMonthDays();
+    const QList<int> &days = rule.byMonthDays();
     if (rule.bySetPos() == QList<int>{-1} && days.size() > 1) {
         for (int i = 0; i < static_cast<int>(days.size()); ++i) {
             if (days.at(i) != 28 + i)

@@ -7,8 +7,10 @@
 
 namespace
 {
-/** Months repeat after 12 steps at most, so what an open series does shows within this many. */
-constexpr quint32 StepsOfOpenSeries = 20;
+/** Months and leap years repeat after 48 months, so what an open monthly series does shows within this many steps. */
+constexpr quint32 MonthsOfOpenSeries = 48;
+/** Few enough to leave aside that one century in four begins without a leap year. */
+constexpr quint32 YearsOfOpenSeries = 10;
 
 VelRecurrenceRule withEnd(VelRecurrenceRule rule)
 {
@@ -47,7 +49,8 @@ bool VelICalendarSeries::follows(Form form) const
 {
     if (!isByDayOfMonth() && m_rule.recurringtype != VelRecurrenceRule::Yearly)
         return true;
-    const quint32 last = isOpen() ? std::min(count(), StepsOfOpenSeries) : count();
+    const quint32 enough = isByDayOfMonth() ? MonthsOfOpenSeries : YearsOfOpenSeries;
+    const quint32 last = isOpen() ? std::min(count(), enough) : count();
     for (quint32 number = 1; number <= last; ++number) {
         if (day(number) != expected(day(number), form))
             return false;
@@ -91,7 +94,8 @@ QVector<QDate> VelICalendarSeries::periodDays(Form form) const
     case VelRecurrenceRule::Weekly:
         for (const int weekday : m_rule.occurdays) {
             const QDate first = m_start.addDays(weekday - m_start.dayOfWeek());
-            days += {first, first.addDays(7LL * m_rule.occurevery)};
+            days.append(first);
+            days.append(first.addDays(7LL * m_rule.occurevery));
         }
         std::sort(days.begin(), days.end());
         return days;

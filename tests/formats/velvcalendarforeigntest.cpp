@@ -279,9 +279,9 @@ void VelVCalendarForeignTest::shouldReadForeignAttendees_data()
                             << status << attendee;
     };
     row("ATTENDEE:Ann <ann@example.org>", "Ann", "ann@example.org", 0, 0);
-    row("ATTENDEE;STATUS=CONFIRMED;EXPECT=FYI:<ann@example.org>", "", "ann@example.org", 4, 1);
+    row("ATTENDEE;STATUS=CONFIRMED;EXPECT=FYI:<ann@example.org>", "ann@example.org", "ann@example.org", 4, 1);
     row("ATTENDEE;ROLE=OWNER;STATUS=declined:a <b> <ann@example.org>", "a <b>", "ann@example.org", 2, 0);
-    row("ATTENDEE;STATUS=NEEDS ACTION:ann@example.org", "", "ann@example.org", 0, 0);
+    row("ATTENDEE;STATUS=NEEDS ACTION:ann@example.org", "ann@example.org", "ann@example.org", 0, 0);
     row("ATTENDEE;CN=\"Ann: A.\";PARTSTAT=TENTATIVE;ROLE=OPT-PARTICIPANT:MAILTO:ann@example.org", "Ann: A.",
         "ann@example.org", 3, 1);
     row("ATTENDEE;QUOTED-PRINTABLE;CHARSET=UTF-8:=C3=84nn <ann@example.org>", "\u00C4nn", "ann@example.org",

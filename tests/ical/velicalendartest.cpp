@@ -110,11 +110,10 @@ void VelICalendarTest::shouldWriteEveryField_data()
          {"SUMMARY:Budget\\; 2002\\, first", "DESCRIPTION:One\\nTwo", "DTSTART:20020305T090500",
           "DTEND:20020305T100000", "CLASS:PRIVATE", "STATUS:TENTATIVE", "PRIORITY:9", "TRIGGER:-PT15M",
           "ACTION:DISPLAY", "ORGANIZER;CN=Person 1:MAILTO:p1@example.org",
-          "RRULE:FREQ=WEEKLY;COUNT=5;INTERVAL=2;BYDAY=TU",
-          "ATTENDEE;CN=Person "
-          "2;RSVP=FALSE;PARTSTAT=DECLINED;ROLE=OPT-PARTICIPANT;CUTYPE=INDIVIDUAL;X-UID=2:mailto:p2@"
-          "example.org"})
+          "RRULE:FREQ=WEEKLY;COUNT=5;INTERVAL=2;BYDAY=TU"})
         QTest::newRow(line) << QByteArray(line);
+    QTest::newRow("attendee") << QByteArray("ATTENDEE;CN=B;RSVP=FALSE;PARTSTAT=DECLINED;ROLE=OPT-PARTICIPANT;"
+                                            "CUTYPE=INDIVIDUAL;X-UID=2:mailto:b@a.org");
 }
 
 void VelICalendarTest::shouldWriteEveryField()
@@ -130,6 +129,8 @@ void VelICalendarTest::shouldWriteEveryField()
     entry.reminder = 15;
     entry.accounts = {person(1, VelAccount::Accepted),
                       person(2, VelAccount::Declined, VelAccount::OptionalAttendee)};
+    entry.accounts[1].name = QStringLiteral("B");
+    entry.accounts[1].email = QStringLiteral("b@a.org");
     entry.rule = {VelRecurrenceRule::Weekly, 2, {2}, 0, {}, 5};
     const QByteArray text = written({entry});
     QVERIFY2(linesOf(text).contains(line), text.constData());
@@ -180,7 +181,7 @@ void VelICalendarTest::shouldReadBackRandomEntries()
 {
     VelRandomEntry random(20020305);
     std::vector<VelEntry> entries;
-    for (int i = 0; i < 1500; ++i) {
+    for (int i = 0; i < 1000; ++i) {
         entries.push_back(random.entry());
         entries.back().setTitle(QString::number(i) + QLatin1Char(' ') + entries.back().getTitle());
         if (random.chance(20))
@@ -204,8 +205,11 @@ void VelICalendarTest::shouldReadBackTimesThatDaylightSavingSkips()
     const QDate night(2026, 3, 29);
     for (int minute = 150; minute < 260; minute += 10) {
         VelEntry entry = plainEvent();
+        entry.type = minute % 30 == 0 ? VelEntry::Todo : VelEntry::Event;
         entry.setStart({night, QTime(0, 0).addSecs(60 * minute)});
         entry.setEnd(entry.getStart().addSecs(minute % 20 == 0 ? 0 : 3600));
+        if (minute % 60 == 0)
+            entry.rule = {VelRecurrenceRule::Daily, 1, {}, 0, {}, 5};
         const VelICalendar::Result result = VelICalendar::read(written({entry}));
         QCOMPARE(int(result.entries.size()), 1);
         QVERIFY2(*result.entries.front() == asCarried(entry), written({entry}).constData());
@@ -349,6 +353,7 @@ void VelICalendarTest::shouldReadForeignAttendees()
     QCOMPARE(ann.status, int(VelAccount::Declined));
     QCOMPARE(ann.attendee, int(VelAccount::OptionalAttendee));
     const VelAccount &room = entry.accounts.at(1);
+    QCOMPARE(room.name, QStringLiteral("room@example.org"));
     QCOMPARE(room.type, int(VelAccount::Resource));
     QCOMPARE(room.attendee, int(VelAccount::ResourceAttendee));
     const VelAccount &boss = entry.accounts.at(2);
@@ -404,12 +409,11 @@ void VelICalendarTest::shouldKeepWholeEntriesOfTruncatedText()
 void VelICalendarTest::shouldSurviveBrokenText()
 {
     VelRandomEntry random(3);
-    std::vector<VelEntry> entries;
-    for (int i = 0; i < 5; ++i)
-        entries.push_back(random.entry());
+    std::vector<VelEntry> entries(5);
+    std::generate(entries.begin(), entries.end(), [&random] { return random.entry(); });
     const QByteArray text = written(entries);
     const int size = static_cast<int>(text.size());
-    for (int round = 0; round < 1000; ++round) {
+    for (int round = 0; round < 300; ++round) {
         QByteArray changed = round % 2 == 0 ? text : text.left(random.number(0, size));
         for (int i = random.number(0, 8); i > 0 && !changed.isEmpty(); --i)
             changed[random.number(0, static_cast<int>(changed.size()) - 1)] =
@@ -429,8 +433,23 @@ void VelICalendarTest::shouldReadHugeInputInBoundedTime_data()
 
     QTest::newRow("long line") << "SUMMARY:" + QByteArray(8 << 20, 'x') + "\n";
     QTest::newRow("folded") << "SUMMARY:x" + QByteArray("\n xxxxxxxxxxxxxxxx").repeated(100000) + "\n";
+    const int many = 500000;
+    const QByteArray rule = "RRULE:FREQ=DAILY;BYDAY=MO";
     QTest::newRow("exceptions") << "RRULE:FREQ=DAILY\n"
-            + QByteArray("EXDATE:20010101T000000\n").repeated(20000);
+            + QByteArray("EXDATE:20010101T000000\n").repeated(many);
+    QTest::newRow("exceptions on one line")
+        << "RRULE:FREQ=DAILY\nEXDATE:20010101T000000" + QByteArray(",20010101T000000").repeated(many) + "\n";
+    QTest::newRow("attendees") << QByteArray("ATTENDEE:mailto:a@example.org\n").repeated(many);
+    QTest::newRow("parameters") << "SUMMARY" + QByteArray(";A=B").repeated(many) + ":x\n";
+    QTest::newRow("parameters behind a quoted colon")
+        << "SUMMARY;X=\":\"" + QByteArray(";A=B").repeated(many) + ":x\n";
+    QTest::newRow("weekdays") << rule + QByteArray(",MO").repeated(many) + "\n";
+    QTest::newRow("categories") << "CATEGORIES:a" + QByteArray(",a").repeated(many) + "\n";
+    QTest::newRow("depth") << QByteArray("BEGIN:X-A\n").repeated(many)
+            + QByteArray("END:X-A\n").repeated(many);
+    QTest::newRow("completed long ago") << QByteArray(
+        "END:VEVENT\nBEGIN:VTODO\nUID:2\nRRULE:FREQ=SECONDLY\nDTSTART:19000101T000000\n"
+        "COMPLETED:19000101T000000Z\nEND:VTODO\nBEGIN:VEVENT\nUID:1\nDTSTART:20020305T090000\n");
     QTest::newRow("rule without days") << QByteArray("RRULE:FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=30\n");
     QTest::newRow("rule of seconds") << QByteArray("RRULE:FREQ=SECONDLY\n");
     QTest::newRow("far count") << QByteArray("RRULE:FREQ=DAILY;COUNT=2147483647;INTERVAL=32767\n");
@@ -444,7 +463,8 @@ void VelICalendarTest::shouldReadHugeInputInBoundedTime()
     const VelICalendar::Result result =
         VelICalendar::read(calendarWith("DTSTART:20020305T090000\n" + filling));
     QVERIFY(result.isCalendar);
-    QCOMPARE(int(result.entries.size()), 1);
+    QVERIFY(!result.entries.empty());
+    QCOMPARE(result.leftOut, 0);
     QVERIFY(!VelICalendar::read(QByteArray(VelICalendar::MaximumSize + 1, '\n')).isCalendar);
 }
 

@@ -70,7 +70,8 @@ public:
         static const QVector<int> statuses{VelAccount::Unanswered, VelAccount::Declined,
                                            VelAccount::Tentative, VelAccount::Accepted};
         const QString address = QStringLiteral("user%1@example.org").arg(number(1, 99));
-        VelAccount account(text(4).replace(QLatin1Char('\n'), QLatin1Char(' ')),
+        const QString name = text(4).replace(QLatin1Char('\n'), QLatin1Char(' '));
+        VelAccount account(name.isEmpty() ? QStringLiteral("Somebody") : name,
                            chance(5) ? QString() : address, static_cast<quint32>(number(0, 50)));
         account.status = statuses.at(number(0, 3));
         account.attendee = number(VelAccount::RequiredAttendee, VelAccount::ResourceAttendee);
