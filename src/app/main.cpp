@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "app/velaboutdata.h"
+#include "app/velfilecommands.h"
 #include "app/velmainwindow.h"
+#include "document/velexchange.h"
 #include "model/compat.h"
 
 #include <KLocalizedString>
@@ -27,7 +29,11 @@ void openFirstWindow(const QStringList &arguments)
     const QUrl url = arguments.isEmpty()
         ? QUrl()
         : QUrl::fromUserInput(arguments.first(), QDir::currentPath(), QUrl::AssumeLocalFile);
-    window->openDocumentFile(url);
+    // The desktop hands over what other programs write, too: that is added to the calendar that was open last.
+    const bool isForeign = !url.isEmpty() && VelExchange::isCalendarFile(url);
+    window->openDocumentFile(isForeign ? QUrl() : url);
+    if (isForeign)
+        window->fileCommands()->importFile(url);
 }
 } // namespace
 

@@ -11,6 +11,8 @@ KAboutData velAboutData()
                      i18n("Delmast Time - Group calendar for organisations."), KAboutLicense::BSDL,
                      i18n("Copyright 2026 The Delmast Time authors"));
     about.addAuthor(i18n("The Delmast Time authors"));
+    // Reports go to whoever runs the calendar's server; the frameworks' own address is not ours.
+    about.setBugAddress(QByteArray());
     about.setDesktopFileName(QStringLiteral("org.delmasttime.delmasttime"));
     return about;
 }

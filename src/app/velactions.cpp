@@ -113,8 +113,8 @@ void VelActions::makeFileActions()
                i18n("Closes the actual calendar"));
     later(withStatus(KStandardAction::print(nullptr, nullptr, m_collection),
                      i18n("Prints out the current calendar view")));
-    withStatus(KStandardAction::quit(m_window, &VelMainWindow::slotFileQuit, m_collection),
-               i18n("Quits the application"));
+    quit = withStatus(KStandardAction::quit(m_window, &VelMainWindow::slotFileQuit, m_collection),
+                      i18n("Quits the application"));
 }
 
 void VelActions::makeEditActions()

@@ -25,6 +25,7 @@ public:
     KToggleAction *showToolBar = nullptr;
     KToggleAction *showStatusBar = nullptr;
     QAction *save = nullptr;
+    QAction *quit = nullptr;
     QAction *import = nullptr;
     QAction *cut = nullptr;
     QAction *copy = nullptr;

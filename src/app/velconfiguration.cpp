@@ -168,7 +168,7 @@ void writePreferences(KConfigGroup group, const VelSettings &settings, const Vel
     for (const NumberKey &each : NumberKeys)
         group.writeEntry(each.key, settings.*each.number);
     for (const UrlKey &each : UrlKeys)
-        group.writeEntry(each.key, (settings.*each.url).toString());
+        group.writeEntry(each.key, (settings.*each.url).toString(QUrl::RemovePassword));
     writeTime(group, "WorkdayBegin", settings.workdayBegin);
     writeTime(group, "WorkdayEnd", settings.workdayEnd);
     const QVector<int> &days = settings.getWorkdays();
@@ -204,7 +204,7 @@ void writeOptions(KConfigGroup group, const VelWindowOptions &options)
     group.writeEntry("SplitterSizes1", options.splitterSizes1);
     group.writeEntry("SplitterSizes2", options.splitterSizes2);
     group.writeEntry("Docked", options.docked);
-    group.writeEntry("DocURL", options.docUrl.toString());
+    group.writeEntry("DocURL", options.docUrl.toString(QUrl::RemovePassword));
 }
 
 Qt::ToolBarArea toolBarArea(int position)

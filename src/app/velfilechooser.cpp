@@ -29,11 +29,14 @@ QUrl VelFileDialogs::getOpenUrl(const QString &title, const QString &filter)
     return url;
 }
 
-QUrl VelFileDialogs::getSaveUrl(const QString &title, const QString &filter)
+QUrl VelFileDialogs::getSaveUrl(const QString &title, const QString &filter, QString *pattern)
 {
-    QUrl url = QFileDialog::getSaveFileUrl(m_parent, title, m_folder, nameFilter(filter), nullptr,
+    QString chosen;
+    QUrl url = QFileDialog::getSaveFileUrl(m_parent, title, m_folder, nameFilter(filter), &chosen,
                                            QFileDialog::DontConfirmOverwrite);
     if (!url.isEmpty())
         m_folder = url.adjusted(QUrl::RemoveFilename);
+    if (pattern && chosen.endsWith(QLatin1Char(')')))
+        *pattern = chosen.section(QLatin1Char('('), -1).chopped(1);
     return url;
 }

@@ -17,8 +17,11 @@ public:
 
     /** @p filter has a line for each kind: a pattern, a bar and a description. Empty when cancelled. */
     virtual QUrl getOpenUrl(const QString &title, const QString &filter) = 0;
-    /** The same for writing; asking about an existing file is left to the caller. */
-    virtual QUrl getSaveUrl(const QString &title, const QString &filter) = 0;
+    /**
+     * The same for writing; asking about an existing file is left to the caller. @p pattern, unless null, becomes the
+     * pattern of the kind that the user chose, such as "*.xml".
+     */
+    virtual QUrl getSaveUrl(const QString &title, const QString &filter, QString *pattern = nullptr) = 0;
 };
 
 /** The desktop's file dialogs. */
@@ -29,7 +32,7 @@ public:
     explicit VelFileDialogs(QWidget *parent);
 
     QUrl getOpenUrl(const QString &title, const QString &filter) override;
-    QUrl getSaveUrl(const QString &title, const QString &filter) override;
+    QUrl getSaveUrl(const QString &title, const QString &filter, QString *pattern = nullptr) override;
 
     /** The toolkit's form of a filter: "Calendar files (*.xml);;All files (*)". */
     [[nodiscard]] static QString nameFilter(const QString &filter);

@@ -15,7 +15,6 @@
 #include <KLocalizedString>
 #include <KRecentFilesAction>
 
-#include <QFile>
 #include <QGuiApplication>
 
 namespace
@@ -88,8 +87,6 @@ bool VelFileCommands::openDocumentFile(const QUrl &url)
     }
     if (opened)
         m_context.recentFiles.addUrl(url);
-    else
-        m_context.recentFiles.removeUrl(url);
     if (!quiet)
         ready();
     return opened;
@@ -123,7 +120,8 @@ bool VelFileCommands::readIntoDocument(const QUrl &url, Imported &imported)
     VelExchange::Content content;
     if (!VelExchange::read(file.path(), content))
         return false;
-    imported = {static_cast<int>(content.entries.size()), content.leftOut, content.simplified};
+    imported = {static_cast<int>(content.entries.size()), content.leftOut, content.simplified,
+                content.isReadable};
     for (auto &entry : content.entries)
         VelPaste::addCopy(m_context.doc, std::move(entry));
     if (imported.added > 0)
@@ -135,14 +133,20 @@ void VelFileCommands::importFile()
 {
     m_context.status(i18n("Import from file..."));
     const QUrl url = m_context.files.getOpenUrl(i18n("Import from file..."), getExtFilter());
-    if (!url.isEmpty()) {
-        Imported imported;
-        if (readIntoDocument(url, imported))
-            tellImported(imported);
-        else
-            m_context.messages.error(i18n("Cannot open the file."));
-    }
+    if (!url.isEmpty())
+        importFile(url);
     ready();
+}
+
+void VelFileCommands::importFile(const QUrl &url)
+{
+    Imported imported;
+    if (!readIntoDocument(url, imported))
+        m_context.messages.error(i18n("Cannot open the file."));
+    else if (!imported.isReadable)
+        m_context.messages.error(i18n("Cannot read from the file."));
+    else
+        tellImported(imported);
 }
 
 /** Says nothing when all went as expected: the entries are there to be seen. */
@@ -169,12 +173,15 @@ void VelFileCommands::tellImported(const Imported &imported)
 void VelFileCommands::exportFile()
 {
     m_context.status(i18n("Export to file..."));
-    QUrl url = m_context.files.getSaveUrl(i18n("Export to file..."), getExtFilter());
+    QString pattern;
+    QUrl url = m_context.files.getSaveUrl(i18n("Export to file..."), getExtFilter(), &pattern);
     if (!url.isEmpty()) {
-        if (!url.fileName().endsWith(QLatin1String(".ics")))
-            VelUrl::setSuffix(url, QStringLiteral(".vcs"));
-        const bool exists = url.isLocalFile() && QFile::exists(url.toLocalFile());
-        const bool mayWrite = !exists
+        const QLatin1String iCalendar(".ics");
+        const bool isICalendar = url.fileName().endsWith(iCalendar, Qt::CaseInsensitive)
+            || (pattern.endsWith(iCalendar) && !url.fileName().contains(QLatin1Char('.')));
+        if (!url.fileName().endsWith(iCalendar, Qt::CaseInsensitive))
+            VelUrl::setSuffix(url, isICalendar ? QString(iCalendar) : QStringLiteral(".vcs"));
+        const bool mayWrite = !velExists(url)
             || m_context.messages.questionYesNo(i18n("Do you want to overwrite existing file?"),
                                                 i18n("File exists"))
                 == VelMessages::Answer::Yes;

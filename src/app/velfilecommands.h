@@ -43,7 +43,10 @@ public:
     bool openDocumentFile(const QUrl &url);
     void save();
     void saveAs();
+    /** Asks which file to import. */
     void importFile();
+    /** Adds the entries of @p url to the calendar. */
+    void importFile(const QUrl &url);
     void exportFile();
 
 private:
@@ -51,6 +54,7 @@ private:
         int added = 0;
         int leftOut = 0;
         int simplified = 0; ///< of those added
+        bool isReadable = true;
     };
 
     [[nodiscard]] bool readIntoDocument(const QUrl &url, Imported &imported);

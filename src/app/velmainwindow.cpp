@@ -53,7 +53,7 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
 
     initStatusBar();
     m_actions = std::make_unique<VelActions>(this);
-    createGUI(QStringLiteral("delmasttimeui.rc"));
+    buildGui();
     VelConfiguration::readPreferences(VelConfiguration::preferences(applicationConfig()), m_settings, m_look,
                                       VelLook::defaults(palette()));
     initDocument();
@@ -62,7 +62,7 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
     initView(options);
     readOptions(options);
     setNetStatus(VelOnlineWidget::NoConnection);
-    m_tray = std::make_unique<VelTray>(this);
+    m_tray = std::make_unique<VelTray>(this, m_actions->quit);
     setCutCopy(nullptr, false);
     slotClipboardChanged();
     setAutoSaveTimer();
@@ -73,6 +73,16 @@ VelMainWindow::~VelMainWindow()
     // The views take their leave of the document, which therefore goes last.
     delete m_view;
     delete m_doc;
+}
+
+void VelMainWindow::buildGui()
+{
+    createGUI(QStringLiteral("delmasttimeui.rc"));
+    // The frameworks offer what this program does not have: a handbook, and a fund to donate to.
+    for (const char *name : {"help_contents", "help_donate"}) {
+        if (QAction *action = getAction(QLatin1String(name)))
+            action->setVisible(false);
+    }
 }
 
 void VelMainWindow::initStatusBar()
@@ -219,9 +229,17 @@ void VelMainWindow::setAutoSaveTimer()
 
 void VelMainWindow::slotAutoSave()
 {
-    if (m_doc->isModified() && !m_doc->isUntitled() && !m_doc->hasDeclinedOverwrite())
-        slotFileSave();
     setAutoSaveTimer();
+    if (!m_doc->isModified() || m_doc->isUntitled())
+        return;
+    // A failure is told once in a box and from then on in the status bar, until a save succeeds.
+    if (!m_autoSaveFailed && !m_doc->hasDeclinedOverwrite())
+        slotFileSave();
+    else
+        m_doc->saveQuietly();
+    m_autoSaveFailed = m_doc->isModified();
+    if (m_autoSaveFailed)
+        slotStatusMsg(i18n("The calendar could not be saved automatically. Please save it yourself."));
 }
 
 bool VelMainWindow::queryClose()
@@ -262,5 +280,8 @@ void VelMainWindow::showEvent(QShowEvent *event)
     VelApp::showEvent(event);
     // Later: the icon itself may be what brought the window back.
     if (m_tray && m_tray->isShown())
-        QTimer::singleShot(0, this, [this] { m_tray->hide(); });
+        QTimer::singleShot(0, this, [this] {
+            if (isVisible())
+                m_tray->hide();
+        });
 }

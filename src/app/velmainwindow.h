@@ -96,6 +96,8 @@ private:
     void initView(const VelWindowOptions &options);
     void readOptions(const VelWindowOptions &options);
     [[nodiscard]] VelWindowOptions currentOptions() const;
+    void buildGui();
+    void rebuildGui();
     void setAutoSaveTimer();
     void updateCaption();
     void updateEditActions();
@@ -114,4 +116,5 @@ private:
     std::unique_ptr<VelTray> m_tray;
     QTimer m_autoSaveTimer;
     bool m_editLock = false;
+    bool m_autoSaveFailed = false; // and the user has been told
 };

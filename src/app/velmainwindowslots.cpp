@@ -140,14 +140,22 @@ void VelMainWindow::slotAccels()
 void VelMainWindow::slotToolbar()
 {
     KEditToolBar dialog(guiFactory(), this);
-    connect(&dialog, &KEditToolBar::newToolBarConfig, this,
-            [this] { createGUI(QStringLiteral("delmasttimeui.rc")); });
+    connect(&dialog, &KEditToolBar::newToolBarConfig, this, &VelMainWindow::rebuildGui);
     dialog.exec();
+}
+
+/** The framework builds the bars anew and knows nothing of where the user has them. */
+void VelMainWindow::rebuildGui()
+{
+    const Qt::ToolBarArea area = toolBarArea(toolBar(QStringLiteral("mainToolBar")));
+    buildGui();
+    addToolBar(area, toolBar(QStringLiteral("mainToolBar")));
+    slotViewToolBar();
 }
 
 void VelMainWindow::saveProperties(KConfigGroup &group)
 {
-    group.writeEntry("filename", m_doc->URL().toString());
+    group.writeEntry("filename", m_doc->URL().toString(QUrl::RemovePassword));
     group.writeEntry("modified", m_doc->isModified());
     if (!m_doc->isModified())
         return;
@@ -157,7 +165,7 @@ void VelMainWindow::saveProperties(KConfigGroup &group)
             return;
         }
     }
-    if (!m_doc->writeCopy(VelRecovery::fileName(m_doc->URL())))
+    if (!m_doc->writeCopy(VelRecovery::fileName(m_doc->URL(), group.name())))
         m_messages->error(i18n("Cannot write to the file."));
 }
 
@@ -166,17 +174,20 @@ void VelMainWindow::readProperties(const KConfigGroup &group)
     const QUrl url(group.readEntry("filename", QString()));
     if (url.isEmpty())
         return;
+    const bool hasFile = url.fileName() != VelDoc::untitledName();
     if (!group.readEntry("modified", false)) {
-        if (url.fileName() != VelDoc::untitledName())
+        if (hasFile)
             openDocumentFile(url);
         return;
     }
-    const QString recovery = VelRecovery::fileName(url);
+    const QString recovery = VelRecovery::fileName(url, group.name());
     const bool exists = QFile::exists(recovery);
     m_messages->information(QLatin1String("recover:") + QString::number(int(exists)) + QLatin1Char('-')
                             + recovery);
-    if (!exists)
+    if (!exists && hasFile)
         openDocumentFile(url);
+    else if (!exists)
+        return;
     else if (m_doc->recoverDocument(recovery, url))
         QFile::remove(recovery);
 }

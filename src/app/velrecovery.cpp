@@ -9,15 +9,15 @@
 
 namespace VelRecovery
 {
-QString fileName(const QUrl &url)
+QString fileName(const QUrl &url, const QString &window)
 {
     // A name that follows from the calendar's alone is found again by a process that knows nothing else; the
     // frameworks' own recovery files go with the process that made them.
     const QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)
                       + QLatin1String("/recovery"));
     folder.mkpath(QStringLiteral("."));
-    const QByteArray hash =
-        QCryptographicHash::hash(url.toString().toUtf8(), QCryptographicHash::Sha1).toHex();
+    const QString key = window + QLatin1Char('\n') + url.toString();
+    const QByteArray hash = QCryptographicHash::hash(key.toUtf8(), QCryptographicHash::Sha1).toHex();
     return folder.filePath(url.fileName() + QLatin1Char('-') + QString::fromLatin1(hash.left(12))
                            + QLatin1String(".xml"));
 }

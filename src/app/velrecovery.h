@@ -9,7 +9,9 @@
 /** Copies of unsaved calendars, kept from the end of a desktop session to the beginning of the next. */
 namespace VelRecovery
 {
-/** Where the copy of the calendar at @p url stands, if there is one. The folder is made when it is missing.
+/**
+ * Where the copy of the calendar at @p url stands, if there is one; @p window tells apart windows that show the same
+ * calendar, or have no file yet. The folder is made when it is missing.
  */
-[[nodiscard]] QString fileName(const QUrl &url);
+[[nodiscard]] QString fileName(const QUrl &url, const QString &window);
 } // namespace VelRecovery

@@ -8,10 +8,12 @@
 #include <KLocalizedString>
 #include <KStatusNotifierItem>
 
+#include <QMenu>
 #include <QSystemTrayIcon>
 
-VelTray::VelTray(QWidget *window)
+VelTray::VelTray(QWidget *window, QAction *quit)
     : m_window(window)
+    , m_quit(quit)
 {
 }
 
@@ -34,8 +36,10 @@ void VelTray::show()
     m_item->setStatus(KStatusNotifierItem::Active);
     // The window is not handed over: the item would then hide and show it by rules of its own.
     m_item->setStandardActionsEnabled(false);
+    m_item->contextMenu()->addAction(m_quit);
     QObject::connect(m_item.get(), &KStatusNotifierItem::activateRequested, m_window, [this] {
-        m_window->showNormal();
+        m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
+        m_window->show();
         m_window->raise();
         m_window->activateWindow();
     });

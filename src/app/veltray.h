@@ -6,14 +6,15 @@
 #include <memory>
 
 class KStatusNotifierItem;
+class QAction;
 class QWidget;
 
 /** The icon in the system tray that a docked window leaves behind. */
 class VelTray
 {
 public:
-    /** @p window must outlive this; a click on the icon brings it back. */
-    explicit VelTray(QWidget *window);
+    /** Both must outlive this. A click on the icon brings the window back; @p quit is in its menu. */
+    VelTray(QWidget *window, QAction *quit);
     ~VelTray();
 
     /** True when there is a system tray that would show the icon. */
@@ -25,5 +26,6 @@ public:
 
 private:
     QWidget *m_window;
+    QAction *m_quit;
     std::unique_ptr<KStatusNotifierItem> m_item;
 };

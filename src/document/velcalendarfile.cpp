@@ -42,7 +42,8 @@ namespace VelCalendarFile
 Result read(const QString &path, VelXmlContent &content)
 {
     QFile file(path);
-    if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    // Pipes and devices may never begin, or never end.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return Result::CannotOpen;
     VelXmlReader reader;
     QByteArray piece(PieceSize, Qt::Uninitialized);

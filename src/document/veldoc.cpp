@@ -40,6 +40,7 @@ void VelDoc::deleteContents()
     m_meta = {};
     m_nextLocalId = 1;
     m_declinedOverwrite = false;
+    Q_EMIT contentsReplaced();
 }
 
 quint32 VelDoc::takeLocalId()
@@ -121,7 +122,7 @@ int VelDoc::purgeCompleted()
 {
     std::vector<const VelEntry *> completed;
     for (const auto &[localid, stored] : m_entries) {
-        if (stored.entry->type == VelEntry::Todo && stored.entry->complete)
+        if (stored.entry->type == VelEntry::Todo && stored.entry->complete && isOwner(stored.entry.get()))
             completed.push_back(stored.entry.get());
     }
     for (const VelEntry *entry : completed)

@@ -62,7 +62,7 @@ public:
      * changed. False when there is no such entry.
      */
     bool changeEntry(quint32 localid, const std::function<void(VelEntry &)> &change);
-    /** Deletes all completed to-dos; returns how many there were. */
+    /** Deletes the user's own completed to-dos; returns how many there were. */
     int purgeCompleted();
 
     /** The stored entry, or null. */
@@ -151,6 +151,8 @@ public:
      * saved.
      */
     bool saveDocument(const QUrl &url, bool overwrite);
+    /** Saves to the calendar's own file without a word. False when it cannot, or somebody else changed the file. */
+    bool saveQuietly();
     /**
      * Writes a copy to the local file @p path and says nothing; the document's own file and state stay as
      * they are.
@@ -163,6 +165,8 @@ public:
 Q_SIGNALS:
     /** Sent just before isModified() changes. */
     void modifiedChanged(bool modified);
+    /** Another calendar has taken the place of the one that was open. Comes before the views are updated. */
+    void contentsReplaced();
     void urlChanged(const QUrl &url);
     /** The calendar that was opened may, or may not, only be read. */
     void editLockWanted(bool locked);

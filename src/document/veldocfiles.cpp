@@ -138,14 +138,11 @@ void VelDoc::takeEntries(std::vector<std::unique_ptr<VelEntry>> entries)
 bool VelDoc::mayReplace(const QUrl &url, bool overwrite)
 {
     const bool isOwnFile = url == m_url;
-    if (!url.isLocalFile())
-        return true;
-    const QString path = url.toLocalFile();
-    if (!overwrite && QFile::exists(path)) {
+    if (!overwrite && velExists(url)) {
         return m_messages.questionYesNo(i18n("Do you want to overwrite existing file?"), i18n("File exists"))
             == VelMessages::Answer::Yes;
     }
-    const VelFileState state = VelFileState::of(path);
+    const VelFileState state = stateOf(url);
     if (!isOwnFile || state.size < 0 || state == m_fileState)
         return true;
     const VelMessages::Answer answer = m_messages.questionYesNo(
@@ -171,6 +168,16 @@ bool VelDoc::saveDocument(const QUrl &chosenUrl, bool overwrite)
         return false;
     }
     setUrl(url, stateOf(url));
+    setModified(false);
+    return true;
+}
+
+bool VelDoc::saveQuietly()
+{
+    const VelFileState state = stateOf(m_url);
+    if (isUntitled() || (state.size >= 0 && state != m_fileState) || !writeFile(m_url))
+        return false;
+    setUrl(m_url, stateOf(m_url));
     setModified(false);
     return true;
 }

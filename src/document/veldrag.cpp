@@ -103,7 +103,10 @@ std::vector<std::unique_ptr<VelEntry>> VelDrag::decodeAll(const QMimeData *sourc
     if (source->hasFormat(EntryType)) {
         std::vector<std::unique_ptr<VelEntry>> entries;
         entries.push_back(VelBinary::fromByteArray(source->data(EntryType)));
-        return onlyUsable(std::move(entries));
+        entries = onlyUsable(std::move(entries));
+        if (!entries.empty())
+            return entries;
+        // Broken, or of a program to come: the text may still be good.
     }
     if (source->hasFormat(VCalendarType))
         return onlyUsable(VelVCalendar::readAll(source->data(VCalendarType)).entries);

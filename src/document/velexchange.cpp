@@ -10,6 +10,7 @@
 #include "ical/velicalendar.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QMimeDatabase>
 #include <QTemporaryFile>
 
@@ -29,7 +30,7 @@ void readXml(const QString &path, VelExchange::Content &content)
 {
     VelXmlContent xml;
     if (VelCalendarFile::read(path, xml) != VelCalendarFile::Result::Ok) {
-        content.leftOut = 1;
+        content.isReadable = false;
         return;
     }
     std::erase_if(xml.entries, [](const auto &entry) { return entry->isDeleted(); });
@@ -74,21 +75,23 @@ bool isCalendarFile(const QUrl &url)
 bool read(const QString &path, Content &content)
 {
     QFile file(path);
-    if (path.isEmpty() || !file.open(QIODevice::ReadOnly))
+    // Pipes and devices may never begin, or never end.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         return false;
-    if (file.size() > LargestFile)
-        return false;
-    const QByteArray bytes = file.readAll();
+    const QByteArray bytes = file.read(LargestFile + 1);
     if (file.error() != QFileDevice::NoError)
         return false;
-    if (isXml(bytes)) {
+    content = {};
+    if (bytes.size() > LargestFile) {
+        content.isReadable = false;
+    } else if (isXml(bytes)) {
         readXml(path, content);
     } else if (VelICalendar::isICalendar(bytes)) {
         auto result = VelICalendar::read(bytes);
-        content = {std::move(result.entries), result.isCalendar ? result.leftOut : 1, result.simplified};
+        content = {std::move(result.entries), result.leftOut, result.simplified, result.isCalendar};
     } else {
         auto result = VelVCalendar::readAll(bytes);
-        content = {std::move(result.entries), result.leftOut, 0};
+        content = {std::move(result.entries), result.leftOut, result.simplified, true};
     }
     return true;
 }

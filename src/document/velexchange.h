@@ -20,6 +20,7 @@ struct Content {
     std::vector<std::unique_ptr<VelEntry>> entries; ///< without ids
     int leftOut = 0; ///< entries that could not be read
     int simplified = 0; ///< entries whose repetition could not be kept as it was
+    bool isReadable = true; ///< false when nothing could be made of the file as a whole
 };
 
 /** True when the desktop takes the file, by its name or content, for a vCalendar or iCalendar file. */

@@ -4,6 +4,9 @@
 #include "document/veltransfer.h"
 
 #include <KIO/FileCopyJob>
+#include <KIO/StatJob>
+
+#include <QFile>
 
 namespace
 {
@@ -23,6 +26,13 @@ VelDownload::VelDownload(const QUrl &url)
     m_copy = std::make_unique<QTemporaryFile>();
     if (m_copy->open() && copyFile(url, QUrl::fromLocalFile(m_copy->fileName())))
         m_path = m_copy->fileName();
+}
+
+bool velExists(const QUrl &url)
+{
+    if (url.isLocalFile())
+        return QFile::exists(url.toLocalFile());
+    return KIO::stat(url, KIO::HideProgressInfo)->exec();
 }
 
 bool velUpload(const QString &path, const QUrl &url)

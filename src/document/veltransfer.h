@@ -27,6 +27,9 @@ private:
     std::unique_ptr<QTemporaryFile> m_copy;
 };
 
+/** True when there is something at @p url, wherever it is. Waits for the answer. */
+[[nodiscard]] bool velExists(const QUrl &url);
+
 /** Copies the local file @p path to the remote @p url and waits for it. False when it could not be written.
  */
 [[nodiscard]] bool velUpload(const QString &path, const QUrl &url);

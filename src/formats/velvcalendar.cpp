@@ -241,6 +241,7 @@ Result readAll(const QByteArray &bytes, const QTimeZone &zone)
     while (std::unique_ptr<VelEntry> entry = reader.fromvCalendar())
         result.entries.push_back(std::move(entry));
     result.leftOut = reader.leftOut();
+    result.simplified = reader.simplified();
     return result;
 }
 

@@ -65,6 +65,7 @@ namespace VelVCalendar
 
 struct Result {
     std::vector<std::unique_ptr<VelEntry>> entries;
+    int simplified = 0; ///< of the entries: repeat otherwise than in the text, or not at all
     int leftOut = 0; ///< entries that were begun but are incomplete or have no date
 };
 

@@ -185,7 +185,7 @@ void VelVCalendarReader::readProperty(const VelVCalendarLine &line)
 VelVCalendarReader::PropertyReader VelVCalendarReader::readerOf(const VelVCalendarLine &line)
 {
     using Reader = VelVCalendarReader;
-    static constexpr std::array<std::pair<std::string_view, PropertyReader>, 15> readers{
+    static constexpr std::array<std::pair<std::string_view, PropertyReader>, 16> readers{
         {{"DTSTART", &Reader::readStart},
          {"DTEND", &Reader::readEnd},
          {"DUE", &Reader::readDue},
@@ -200,6 +200,7 @@ VelVCalendarReader::PropertyReader VelVCalendarReader::readerOf(const VelVCalend
          {"DALARM", &Reader::readAlarm},
          {"AALARM", &Reader::readAlarm},
          {"ATTENDEE", &Reader::readAttendee},
+         {"EXDATE", &Reader::readException},
          {"RRULE", &Reader::readRule}}};
     if (line.name.empty())
         return looksLikeRule(line.value) ? &Reader::readRule : nullptr;
@@ -321,12 +322,20 @@ std::unique_ptr<VelEntry> VelVCalendarReader::finished()
     entry->dirty = 1;
     if (m_draft->alarm.isValid())
         entry->reminder = leadTime(start, m_draft->alarm);
-    if (!m_draft->rule.empty())
-        entry->rule =
-            VelVCalendarRule::fromText(m_draft->rule, start.date(), m_zone).value_or(VelRecurrenceRule());
+    setRule(*entry);
     m_draft.reset();
     m_depth = 0;
     return entry;
+}
+
+void VelVCalendarReader::setRule(VelEntry &entry)
+{
+    if (m_draft->rule.empty())
+        return;
+    const auto rule = VelVCalendarRule::fromText(m_draft->rule, entry.getStart().date(), m_zone);
+    entry.rule = rule.value_or(VelRecurrenceRule());
+    if (!rule || m_draft->hasExceptions)
+        ++m_simplified;
 }
 
 void VelVCalendarReader::setTimes()

@@ -32,6 +32,8 @@ public:
 
     /** How many entries were passed over so far, as they were incomplete or had no date. */
     [[nodiscard]] int leftOut() const { return m_leftOut; }
+    /** How many entries repeat otherwise than the text says: by a rule, or with exceptions, that ours do not know. */
+    [[nodiscard]] int simplified() const { return m_simplified; }
 
 private:
     struct Moment {
@@ -49,6 +51,7 @@ private:
         std::string rule;
         QString title;
         QString description;
+        bool hasExceptions = false;
         bool isBroken = false;
     };
     using PropertyReader = void (VelVCalendarReader::*)(const VelVCalendarLine &);
@@ -73,6 +76,8 @@ private:
     void readAlarm(const VelVCalendarLine &line);
     void readAttendee(const VelVCalendarLine &line);
     void readRule(const VelVCalendarLine &line);
+    void readException(const VelVCalendarLine &) { m_draft->hasExceptions = true; }
+    void setRule(VelEntry &entry);
 
     [[nodiscard]] Moment toMoment(const VelVCalendarLine &line) const;
     std::unique_ptr<VelEntry> finished();
@@ -83,4 +88,5 @@ private:
     std::optional<Draft> m_draft;
     int m_depth = 0; // of unknown components within the entry
     int m_leftOut = 0;
+    int m_simplified = 0;
 };

@@ -231,7 +231,7 @@ void VelListView::slotValueChanged(int row, int column)
     const auto *box = std::get_if<WCheckTableItem>(m_table->item(row, CompleteColumn));
     if (!entry || !box)
         return;
-    if (!VelApp::getApp(this)->mayEdit()) {
+    if (!mayChange(entry)) {
         m_table->setChecked(row, CompleteColumn, entry->complete);
         return;
     }
@@ -265,25 +265,22 @@ QMenu *VelListView::taskMenu()
 
 void VelListView::slotPopup(int row, const QPoint &globalPos)
 {
-    m_menuRow = row;
     QMenu *menu = taskMenu();
-    m_deleteAction->setEnabled(row >= 0 && VelApp::getApp(this)->mayEdit());
+    // By its key: the rows may be others by the time an item is chosen.
+    m_menuKey = row >= 0 ? m_table->keyOfRow(row) : nullptr;
+    m_deleteAction->setEnabled(m_menuKey && mayChange(entryOf(*document(), m_menuKey)));
     menu->popup(globalPos);
 }
 
-/** At once and for good, without a question and without a notice to the server: that is the menu's own way.
- */
+/** At once and for good, without a question and without a notice to the server: that is the menu's own way. */
 void VelListView::slotDelete()
 {
-    if (m_menuRow < 0 || !VelApp::getApp(this)->mayEdit())
-        return;
-    const VelEntry *entry = getEntry(m_menuRow);
-    const VelEntry *original = entry ? document()->getOriginalEntry(entry) : nullptr;
-    if (!original)
+    const VelEntry *entry = m_menuKey ? entryOf(*document(), m_menuKey) : nullptr;
+    if (!mayChange(entry))
         return;
     if (isSelectedEntry(entry))
         clearSelectedEntry(false);
-    document()->deleteEntry(original, true);
+    document()->deleteEntry(document()->getOriginalEntry(entry), true);
     document()->slotUpdateAllViews(nullptr);
 }
 

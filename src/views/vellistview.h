@@ -88,6 +88,6 @@ private:
     VelListViewWidget *m_filterBar = nullptr;
     QMenu *m_menu = nullptr;
     QAction *m_deleteAction = nullptr;
-    int m_menuRow = -1;
+    const void *m_menuKey = nullptr; // of the row that the menu was opened on
     bool m_isFilling = false; // the current row changes, but not by the user's hand
 };

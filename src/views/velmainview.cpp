@@ -42,6 +42,8 @@ VelMainView::VelMainView(QWidget *parent, const KConfig *config, const QList<int
     m_smallList->updateView();
     for (VelView *view : {static_cast<VelView *>(m_listView), static_cast<VelView *>(m_smallList)})
         connect(view, &VelView::setDateInternal, this, &VelMainView::setDate);
+    // The next calendar has entries with the same ids, and they are others.
+    connect(doc, &VelDoc::contentsReplaced, this, [this] { getCurrentView()->clearSelectedEntry(false); });
 
     const KConfigGroup group = generalOptions(config);
     setMainView(group.readEntry("MainViewType", int(DayView)),
@@ -92,6 +94,7 @@ void VelMainView::setMainView(int type)
 
 void VelMainView::setMainView(int type, int size)
 {
+    m_wantedType = type >= DayView && type <= ListView ? type : int(ListView);
     const int shownType = hasView(type) ? type : int(ListView);
     setUpdatesEnabled(false);
     m_viewSize = size == 1 || size == 7 ? size : int(WorkWeek);
@@ -157,7 +160,7 @@ QList<int> VelMainView::getSplitter2Sizes() const
 void VelMainView::writeConfig(KConfig *config) const
 {
     KConfigGroup group = config->group(QStringLiteral("General Options"));
-    group.writeEntry("MainViewType", m_viewType);
+    group.writeEntry("MainViewType", m_wantedType);
     group.writeEntry("MainViewSize", m_viewSize);
     m_listView->writeConfig(config, QStringLiteral("ListView"));
     m_smallList->writeConfig(config, QStringLiteral("SmallView"));

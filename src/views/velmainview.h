@@ -74,5 +74,6 @@ private:
     VelListView *m_smallList;
     QDate m_date;
     int m_viewType = NoView;
+    int m_wantedType = DayView; // what was asked for, also while that view is not there
     int m_viewSize = WorkWeek;
 };

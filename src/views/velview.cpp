@@ -28,6 +28,11 @@ VelDoc *VelView::document() const
     return VelApp::getDocument(this);
 }
 
+bool VelView::mayChange(const VelEntry *entry) const
+{
+    return entry && VelApp::getApp(this)->mayEdit() && document()->isOwner(entry);
+}
+
 VelView::Selection VelView::selectionOf(const VelEntry *entry)
 {
     if (!entry)
@@ -74,7 +79,7 @@ bool VelView::mayRemoveSelected(const QString &question, const QString &yes) con
 {
     const VelEntry *entry = getSelectedEntry();
     VelApp *app = VelApp::getApp(this);
-    if (!entry || !app->mayEdit())
+    if (!mayChange(entry))
         return false;
     if (!entry->isRecurring())
         return true;
@@ -153,6 +158,10 @@ WPopupMenu *VelView::getEntryPopup()
     m_entryPopup->addSeparator();
     m_entryPopup->insertAction(app->getAction(QStringLiteral("edit_cut")), this, &VelView::cut);
     m_entryPopup->insertAction(app->getAction(QStringLiteral("edit_copy")), this, &VelView::copy);
+    m_entryPopup->addSeparator();
+    // Printing is not part of the program yet.
+    m_entryPopup->addAction(VelApp::getIcon(QStringLiteral("fileprint")), i18n("Print Event"))
+        ->setEnabled(false);
     return m_entryPopup;
 }
 

@@ -65,6 +65,8 @@ Q_SIGNALS:
 
 protected:
     [[nodiscard]] VelDoc *document() const;
+    /** True when the user may change that entry now. */
+    [[nodiscard]] bool mayChange(const VelEntry *entry) const;
 
 private:
     /** Names an entry or an occurrence; unlike a pointer it stays true when the document changes. */

@@ -38,7 +38,8 @@ void WTableHeader::contextMenuEvent(QContextMenuEvent *event)
 
 void WTableHeader::focusInEvent(QFocusEvent *event)
 {
-    QWidget::focusInEvent(event); // NOLINT(bugprone-parent-virtual-call): views update cells, a header has none
+    QWidget::focusInEvent(
+        event); // NOLINT(bugprone-parent-virtual-call): views update cells, a header has none
     setCurrentColumn(currentColumn());
 }
 

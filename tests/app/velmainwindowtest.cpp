@@ -40,7 +40,7 @@ class FakeFiles : public VelFileChooser
 {
 public:
     QUrl getOpenUrl(const QString &, const QString &) override { return choice; }
-    QUrl getSaveUrl(const QString &, const QString &) override { return choice; }
+    QUrl getSaveUrl(const QString &, const QString &, QString *) override { return choice; }
     QUrl choice;
 };
 
@@ -459,7 +459,7 @@ void VelMainWindowTest::sessionShouldBringBackUnsavedChanges()
     QCOMPARE(found.size(), std::size_t(1));
     QCOMPARE(session.doc().URL(), QUrl::fromLocalFile(path));
     QCOMPARE(session.doc().isModified(), !autoSave);
-    const QString recovery = VelRecovery::fileName(QUrl::fromLocalFile(path));
+    const QString recovery = VelRecovery::fileName(QUrl::fromLocalFile(path), group.name());
     if (!autoSave)
         QCOMPARE(session.messages->last().text, QStringLiteral("recover:1-") + recovery);
     QVERIFY(!QFile::exists(recovery));
