@@ -8,8 +8,6 @@
 #include <QStringList>
 
 #include <deque>
-#include <functional>
-#include <utility>
 #include <vector>
 
 /**
@@ -32,8 +30,6 @@ public:
 
     /** Answers the next question that is not yet answered by an earlier order. */
     void orderAnswer(Answer answer) { m_answers.push_back(answer); }
-    /** Runs @p action while the next question is shown, before it is answered. */
-    void orderAction(std::function<void()> action) { m_action = std::move(action); }
 
     void error(const QString &text) override { m_messages.push_back({Kind::Error, text, {}, {}, {}}); }
 
@@ -63,26 +59,20 @@ public:
     {
         return m_messages.empty() ? Message{Kind::Error, {}, {}, {}, {}} : m_messages.back();
     }
-    /** The texts of one kind, the oldest first. */
-    [[nodiscard]] QStringList texts(Kind kind) const
+    /** The texts of the errors, the oldest first. */
+    [[nodiscard]] QStringList errors() const
     {
         QStringList texts;
         for (const Message &message : m_messages) {
-            if (message.kind == kind)
+            if (message.kind == Kind::Error)
                 texts.append(message.text);
         }
         return texts;
     }
-    [[nodiscard]] QStringList errors() const { return texts(Kind::Error); }
-    /** How many ordered answers nobody has asked for. */
-    [[nodiscard]] int unusedAnswers() const { return static_cast<int>(m_answers.size()); }
-    void clear() { m_messages.clear(); }
 
 private:
     Answer takeAnswer(Answer otherwise)
     {
-        if (const auto action = std::exchange(m_action, nullptr))
-            action();
         if (m_answers.empty())
             return otherwise;
         const Answer answer = m_answers.front();
@@ -92,5 +82,4 @@ private:
 
     std::vector<Message> m_messages;
     std::deque<Answer> m_answers;
-    std::function<void()> m_action;
 };
