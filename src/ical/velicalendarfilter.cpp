@@ -95,7 +95,9 @@ void VelICalendarFilter::addProperty(std::string_view property)
 
 bool VelICalendarFilter::isKept(std::string_view property, std::string_view name)
 {
-    if (m_depth > MaximumDepth || !isUseful(name) || headLength(property) > MaximumHead)
+    if (m_depth > MaximumDepth || !isUseful(name) || property.size() > MaximumProperty)
+        return false;
+    if (headLength(property) > MaximumHead)
         return false;
     if (isRule(name) && property.size() > MaximumHead)
         return false;

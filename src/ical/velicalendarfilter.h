@@ -21,6 +21,7 @@ public:
     static constexpr int MaximumValues = 10000; ///< dates and attendees of one component
     static constexpr std::size_t MaximumHead =
         4096; ///< bytes of a property's name and parameters, or of a rule
+    static constexpr std::size_t MaximumProperty = 1 << 20; ///< bytes of a property with all it says
     static constexpr int MaximumDepth = 8; ///< components within components
     /** The name that COMPLETED is given. */
     static constexpr const char *Completed = "X-DELMAST-COMPLETED";

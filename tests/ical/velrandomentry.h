@@ -26,17 +26,10 @@ public:
     /** Pieces that exchange formats give a meaning of their own, and ordinary ones. */
     QString text(int pieces)
     {
-        static const QStringList parts{
-            QStringLiteral("word"),   QStringLiteral(" "),          QStringLiteral("="),
-            QStringLiteral("=0A="),   QStringLiteral("=3D"),        QStringLiteral("\n"),
-            QStringLiteral("=41"),    QStringLiteral(";"),          QStringLiteral(":"),
-            QStringLiteral(","),      QStringLiteral("\\n"),        QStringLiteral("\""),
-            QStringLiteral("<b>"),    QStringLiteral("&amp;"),      QStringLiteral("\u00E4"),
-            QStringLiteral("\u20AC"), QStringLiteral("\t"),         QStringLiteral("\n\n"),
-            QStringLiteral("\\"),     QStringLiteral("\U0001F600"), QStringLiteral("-"),
-            QStringLiteral("\n ind"), QStringLiteral("=\n"),        QStringLiteral("\nEND:VEVENT\n"),
-            QStringLiteral("D1"),     QStringLiteral("\nRRULE:"),   QStringLiteral("%"),
-            QStringLiteral("=4")};
+        static const QStringList parts =
+            QStringLiteral("word| |=|=0A=|=3D|\n|=41|;|:|,|\\n|\"|<b>|&amp;|\u00E4|\u20AC|\t|\n\n|\\|"
+                           "\U0001F600|-|\n ind|=\n|\nEND:VEVENT\n|D1|\nRRULE:|%|=4")
+                .split(QLatin1Char('|'));
         QString result;
         for (int i = number(0, pieces); i > 0; --i)
             result += parts.at(number(0, static_cast<int>(parts.size()) - 1));
@@ -54,10 +47,16 @@ public:
         VelRecurrenceRule rule;
         rule.recurringtype = number(VelRecurrenceRule::Daily, VelRecurrenceRule::Yearly);
         rule.occurevery = chance(2) ? 1 : number(1, 13);
-        if (rule.recurringtype == VelRecurrenceRule::Weekly)
-            setWeekdays(rule, start);
-        if (rule.recurringtype == VelRecurrenceRule::Monthly)
-            setMonthDay(rule, start);
+        for (int day = 1; day <= 7 && rule.recurringtype == VelRecurrenceRule::Weekly; ++day) {
+            if (chance(3) || (day == 7 && rule.occurdays.isEmpty()))
+                rule.occurdays.append(day);
+        }
+        if (rule.recurringtype == VelRecurrenceRule::Monthly && chance(2)) {
+            rule.occurdays = {chance(2) ? start.day() : chance(2) ? number(28, 31) : number(1, 31)};
+        } else if (rule.recurringtype == VelRecurrenceRule::Monthly) {
+            rule.occurdays = {chance(2) ? start.dayOfWeek() : number(1, 7)};
+            rule.occurdaynumber = chance(4) ? -1 : number(1, 4);
+        }
         if (chance(2))
             rule.occurendcount = number(1, 60);
         else if (chance(2))
@@ -67,13 +66,12 @@ public:
 
     VelAccount account()
     {
-        static const QVector<int> statuses{VelAccount::Unanswered, VelAccount::Declined,
-                                           VelAccount::Tentative, VelAccount::Accepted};
-        const QString address = QStringLiteral("user%1@example.org").arg(number(1, 99));
         const QString name = text(4).replace(QLatin1Char('\n'), QLatin1Char(' '));
         VelAccount account(name.isEmpty() ? QStringLiteral("Somebody") : name,
-                           chance(5) ? QString() : address, static_cast<quint32>(number(0, 50)));
-        account.status = statuses.at(number(0, 3));
+                           chance(5) ? QString() : QStringLiteral("user%1@example.org").arg(number(1, 99)),
+                           static_cast<quint32>(number(0, 50)));
+        account.status =
+            chance(4) ? VelAccount::Unanswered : number(VelAccount::Declined, VelAccount::Accepted);
         account.attendee = number(VelAccount::RequiredAttendee, VelAccount::ResourceAttendee);
         account.type = number(VelAccount::NoType, VelAccount::Resource);
         return account;
@@ -103,25 +101,5 @@ public:
     }
 
 private:
-    void setWeekdays(VelRecurrenceRule &rule, QDate start)
-    {
-        for (int day = 1; day <= 7; ++day) {
-            if (chance(3))
-                rule.occurdays.append(day);
-        }
-        if (rule.occurdays.isEmpty())
-            rule.occurdays.append(start.dayOfWeek());
-    }
-
-    void setMonthDay(VelRecurrenceRule &rule, QDate start)
-    {
-        if (chance(2)) {
-            rule.occurdays = {chance(2) ? start.day() : chance(2) ? number(28, 31) : number(1, 31)};
-            return;
-        }
-        rule.occurdays = {chance(2) ? start.dayOfWeek() : number(1, 7)};
-        rule.occurdaynumber = chance(4) ? -1 : number(1, 4);
-    }
-
     QRandomGenerator m_random;
 };
