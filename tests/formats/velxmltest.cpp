@@ -1,53 +1,129 @@
 // SPDX-FileCopyrightText: 2026 The Delmast Time authors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "formats/goldenrecords.h"
-#include "formats/velxmlwriter.h"
+#include "formats/vellatin.h"
+#include "formats/velxmlvalues.h"
 #include "formats/xmltesting.h"
+#include "ical/velrandomentry.h"
 
+#include <QBuffer>
 #include <QTest>
+#include <QTextStream>
 
 using namespace XmlTesting;
 
 namespace
 {
+#define LATIN9 "<?xml version='1.0' encoding='ISO-8859-15'?>"
+#define TWO_NAMES "<account><id>5</id><name>a</name></account><account><name>b</name></account>"
 #define TIMES "<start>2002-3-5 9:5</start><end>2002-3-5 10:0</end>"
 
-const QString Golden = QStringLiteral("golden.xml");
-
-QString escaped(const QString &text)
+VelDateTime at(int year, int month, int day, int hour, int minute)
 {
-    std::string out;
-    VelXmlWriter::appendEscaped(out, text);
-    return QString::fromLatin1(out.data(), static_cast<VelSize>(out.size()));
-}
-
-QString written(const VelEntry &entry)
-{
-    VelXmlWriter writer;
-    writer.writeEntry(entry);
-    return QString::fromStdString(writer.text());
-}
-
-/** The content of a calendar of @p elements, which must be readable. */
-VelXmlContent contentOf(const QByteArray &elements)
-{
-    auto content = read(calendarOf(elements));
-    if (!content)
-        qFatal("Cannot read %s", elements.constData());
-    return std::move(*content);
-}
-
-/** The one entry in a calendar that holds it alone. */
-VelEntry entryOf(const QByteArray &children)
-{
-    const VelXmlContent content = contentOf("<entry>" + children + "</entry>");
-    return content.entries.size() == 1 ? *content.entries.front() : VelEntry();
+    return {QDate(year, month, day), QTime(hour, minute)};
 }
 
 VelEntry plainEntry()
 {
-    return {1, VelEntry::Event, {QDate(2002, 3, 5), QTime(9, 5)}, {QDate(2002, 3, 5), QTime(10, 0)}};
+    return {1, VelEntry::Event, at(2002, 3, 5, 9, 5), at(2002, 3, 5, 10, 0)};
+}
+
+VelAccount accountOf(const QString &name, quint32 id, int type, int status, int attendee,
+                     const char *email = "")
+{
+    VelAccount account(name, QString::fromUtf8(email), id);
+    account.type = type;
+    account.status = status;
+    account.attendee = attendee;
+    return account;
+}
+
+VelEntry fullEvent()
+{
+    VelEntry entry(1, VelEntry::Event, at(2002, 3, 5, 9, 5), at(2002, 3, 6, 10, 30));
+    entry.setTitle(QStringLiteral("A<B & C> \"and\" 'so on'"));
+    entry.setDescription(
+        QStringLiteral("\tPrice: 5 € ŠšŽžŒœŸ\näöüÄÖÜß µ ¤¦¨´¸¼½¾\n\nПривет 😀\uFEFF\r\n]]> &amp; &#65; "));
+    entry.globalid = 3000000000;
+    entry.user = 4000000000;
+    entry.access = VelEntry::Private;
+    entry.display = VelEntry::TentativeTime;
+    entry.priority = 9;
+    entry.notime = true;
+    entry.complete = true;
+    entry.reminder = 4294967295;
+    entry.reminderfired = true;
+    entry.rule = {VelRecurrenceRule::Monthly, 2, {1, 3, 5}, -1, QDate(2003, 12, 31), 10};
+    entry.accounts = {accountOf(QStringLiteral("Börje"), 7, VelAccount::Person, VelAccount::Accepted, 1,
+                                "borje@example.org"),
+                      accountOf(QStringLiteral("\uFEFFАнна"), 0, 0, 0, 0)};
+    return entry;
+}
+
+// What golden.xml holds, made without a reader.
+VelXmlContent goldenCalendar()
+{
+    VelXmlContent content;
+    content.userid = 3000000000;
+    content.origright = 4;
+    content.synctime = QStringLiteral("2002-03-05 <17> & on");
+    content.accounts = {
+        accountOf(QStringLiteral("Åsa Öström"), 1, VelAccount::Person, 0, 0, "asa@example.org"),
+        accountOf(QStringLiteral("Jäähtymissali <2 & 3>"), 4294967295, VelAccount::Resource, 0, 0)};
+    content.entries.push_back(std::make_unique<VelEntry>(fullEvent()));
+    VelEntry todo(4294967295, VelEntry::Todo, at(1, 1, 1, 0, 0), at(9999, 12, 31, 23, 59));
+    todo.dirty = 0;
+    todo.notime = false;
+    content.entries.push_back(std::make_unique<VelEntry>(todo));
+    VelEntry notice = fullEvent();
+    notice.setStored(QStringLiteral("Peruttu päivä"), QStringLiteral("secret"), at(2024, 2, 29, 12, 0),
+                     at(2024, 2, 29, 13, 0));
+    notice.localid = 3;
+    notice.type = VelEntry::Deleted;
+    notice.globalid = 77;
+    notice.user = 5;
+    notice.accounts = {accountOf(QStringLiteral("Čeněk"), 9, 0, VelAccount::Declined, 0)};
+    content.entries.push_back(std::make_unique<VelEntry>(notice));
+    return content;
+}
+
+// All that was read, in one line.
+QString summary(const VelXmlContent &content)
+{
+    QString text;
+    QTextStream out(&text);
+    const auto add = [&out](const char *name, const auto &value) {
+        if (value)
+            out << name << '(' << *value << ") ";
+    };
+    const auto addAccounts = [&out](const VelAccountList &accounts) {
+        for (const VelAccount &one : accounts)
+            out << one.name << '/' << one.email << '/' << one.id << ' ';
+    };
+    add("sync", content.synctime);
+    add("user", content.userid);
+    add("right", content.origright);
+    add("owner", content.origuserid);
+    add("error", content.error);
+    out << (content.totalsync ? "total " : "");
+    for (const auto &[id, right] : content.rights.value_or(std::map<quint32, int>()))
+        out << id << ':' << right << ' ';
+    addAccounts(content.accounts.value_or(VelAccountList()));
+    for (const auto &one : content.entries) {
+        out << one->getTitle() << one->getDescription() << '=' << one->type << one->dirty << one->notime
+            << ' ';
+        addAccounts(one->accounts);
+    }
+    return text.chopped(text.isEmpty() ? 0 : 1);
+}
+
+// A few megabytes of entries.
+void writeManyEntries(VelXmlWriter &writer)
+{
+    VelEntry entry = plainEntry();
+    entry.setDescription(QStringLiteral("a line of text €\n").repeated(30));
+    for (int i = 0; i < 5000; ++i)
+        writer.writeEntry(entry);
 }
 } // namespace
 
@@ -56,305 +132,244 @@ class VelXmlTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldWriteGoldenFile()
+    void shouldWriteGoldenFile() { QCOMPARE(write(goldenCalendar()), dataFile("golden.xml").split('\n')); }
+
+    void shouldReadGoldenFileInPiecesOfEverySize()
     {
-        QCOMPARE(difference(write(GoldenRecords::calendar()), dataFile(Golden)), QString());
+        const auto expected = write(goldenCalendar());
+        const QByteArray latin9 = dataFile("golden.xml");
+        QString text = VelLatin::fromLatin9(latin9.constData(), latin9.size());
+        text.replace(QLatin1String("ISO-8859-15"), QLatin1String("utf-8"));
+        text.replace(QLatin1String("&#128512;"), QStringLiteral("😀"));
+        for (const QByteArray &bytes : {latin9, text.toUtf8()}) {
+            for (int size = 1; size <= bytes.size(); ++size) {
+                const auto content = read(bytes, size);
+                QVERIFY2(content, QByteArray::number(size).constData());
+                QCOMPARE(write(*content), expected);
+            }
+        }
     }
 
-    void shouldReadGoldenFile()
+    void shouldReadBackWhatWasWritten()
     {
-        const auto content = read(dataFile(Golden));
+        VelRandomEntry random(20020305);
+        VelXmlContent given;
+        for (char16_t unit = 0x20; unit < 0xFFFE; unit += QChar::isSurrogate(unit + 1) ? 0x801 : 1)
+            given.synctime = given.synctime.value_or(QString()) + QChar(unit);
+        for (int left = 1000; left > 0; --left) {
+            VelEntry entry = random.entry();
+            entry.setStart(entry.getStart().withTime(QTime(random.number(0, 23), random.number(0, 59))));
+            entry.setEnd(at(random.number(1, 9999), 2, 28, 0, 0));
+            for (VelAccount &account : entry.accounts)
+                account.name += QStringLiteral("]]>\uFEFF&#65;\r\n");
+            given.entries.push_back(std::make_unique<VelEntry>(entry));
+        }
+        const auto content = read(write(given).join('\n'));
         QVERIFY(content);
-        QCOMPARE(difference(*content, GoldenRecords::calendar()), QString());
-        QCOMPARE(content->count(), std::size_t(5));
+        QCOMPARE(write(*content), write(given));
+        const auto isSame = [](const auto &a, const auto &b) { return *a == *b; };
+        QVERIFY(std::equal(given.entries.begin(), given.entries.end(), content->entries.begin(), isSame));
     }
 
-    void shouldEscapeText_data()
+    void shouldEscapeWhatXmlWouldMistakeAndDropWhatItForbids()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("bytes");
-        QTest::newRow("nothing") << QString() << QString();
-        QTest::newRow("markup") << QStringLiteral("A<B & C>") << QStringLiteral("A&lt;B &amp; C&gt;");
-        QTest::newRow("escaped already") << QStringLiteral("&lt;") << QStringLiteral("&amp;lt;");
-        QTest::newRow("quotes") << QStringLiteral("\"'") << QStringLiteral("\"'");
-        QTest::newRow("blanks") << QStringLiteral(" \t\n ") << QStringLiteral(" \t\n ");
-        QTest::newRow("carriage return") << QStringLiteral("a\r\nb") << QStringLiteral("a&#13;\nb");
-        QTest::newRow("in the encoding") << QStringLiteral("äÿ€") << QStringLiteral("\u00E4\u00FF\u00A4");
-        QTest::newRow("outside it") << QStringLiteral("¤\u0100") << QStringLiteral("&#164;&#256;");
-        QTest::newRow("pair") << QStringLiteral("a😀b") << QStringLiteral("a&#128512;b");
-        QTest::newRow("last pair") << QStringLiteral("\U0010FFFF") << QStringLiteral("&#1114111;");
-        QTest::newRow("control characters")
-            << QStringLiteral("a\x01\x1A\x1F\x0B\x7Fz") << QStringLiteral("a\u007Fz");
-        QTest::newRow("null character") << QString(QLatin1String("a\0z", 3)) << QStringLiteral("az");
-        QTest::newRow("no characters")
-            << QStringLiteral("a\uFFFE\uFFFF\uFFFDz") << QStringLiteral("a&#65533;z");
-        QTest::newRow("first half") << QLatin1Char('a') + QString(QChar(0xD83D)) << QStringLiteral("a");
-        QTest::newRow("first half inside")
-            << QString(QChar(0xD83D)) + QLatin1Char('z') << QStringLiteral("z");
-        QTest::newRow("second half") << QString(QChar(0xDE00)) + QLatin1Char('z') << QStringLiteral("z");
-        QTest::newRow("half before a pair")
-            << QString(QChar(0xD83D)) + QStringLiteral("😀") << QStringLiteral("&#128512;");
+        const std::pair<QString, const char *> texts[] = {
+            {QStringLiteral("\r\n&lt;"), "&#13;\n&amp;lt;"},
+            {QStringLiteral("€¤ä\u0100\U0010FFFF"), "\xA4&#164;\xE4&#256;&#1114111;"},
+            {QStringLiteral("a\x01\x1A\x1F\x0B\x7F\uFFFE\uFFFF\uFFFD"), "a\x7F&#65533;"},
+            {QString(QLatin1String("a\0z", 3)), "az"},
+            {QStringLiteral("a") + QChar(0xD83D), "a"},
+            {QChar(0xDE00) + QStringLiteral("z"), "z"},
+            {QChar(0xD83D) + QStringLiteral("😀"), "&#128512;"}};
+        for (const auto &[text, bytes] : texts) {
+            std::string out;
+            VelXmlWriter::appendEscaped(out, text);
+            QCOMPARE(QByteArray::fromStdString(out), QByteArray(bytes));
+        }
     }
 
-    void shouldEscapeText()
+    void shouldNotWriteWhatIsNotSetNorSecondsNorOccurrences()
     {
-        QFETCH(QString, text);
-        QTEST(escaped(text), "bytes");
-    }
-
-    void shouldWriteNothingForOccurrence()
-    {
+        VelXmlWriter bare;
+        bare.writeEntry(plainEntry());
         VelEntry entry = plainEntry();
-        entry.originalid = 1;
-        QCOMPARE(written(entry), QString());
-    }
-
-    void shouldNotWriteWhatIsNotSet()
-    {
-        VelEntry entry = plainEntry();
-        const QString bare = written(entry);
-        entry.access = -1;
-        entry.display = -1;
-        entry.priority = -1;
-        entry.rule.recurringtype = -1;
-        entry.rule.occurevery = -1;
-        entry.rule.occurendcount = -1;
-        entry.setDescription(QStringLiteral(""));
-        QCOMPARE(written(entry), bare);
-    }
-
-    void shouldWriteTimesWithoutSeconds()
-    {
-        VelEntry entry = plainEntry();
-        const QString bare = written(entry);
+        entry.access = entry.display = entry.priority = -1;
+        entry.rule = {-1, -1, {}, 0, {}, -1};
         entry.setStart({QDate(2002, 3, 5), QTime(9, 5, 59, 999)});
-        QCOMPARE(written(entry), bare);
+        VelXmlWriter writer;
+        writer.writeEntry(entry);
+        entry.originalid = 1;
+        writer.writeEntry(entry);
+        QCOMPARE(writer.text(), bare.text());
     }
 
-    void shouldGiveDefaultsToWhatIsMissing()
+    void shouldHandManyEntriesToTheDeviceOrTellOfAFullOne()
     {
-        VelEntry expected = plainEntry();
-        expected.localid = 0;
-        expected.dirty = 0;
-        QVERIFY(entryOf(TIMES) == expected);
-        QVERIFY(entryOf(TIMES "<type/><dirty>x</dirty>").type == VelEntry::NoType);
+        VelXmlWriter inMemory;
+        writeManyEntries(inMemory);
+        QBuffer buffer;
+        QFile full(QStringLiteral("/dev/full"));
+        QVERIFY(buffer.open(QIODevice::WriteOnly) && full.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        VelXmlWriter writer(&buffer);
+        writeManyEntries(writer);
+        QVERIFY(writer.text().size() < inMemory.text().size() / 2);
+        QVERIFY(writer.flush() && buffer.data() == QByteArray::fromStdString(inMemory.text()));
+        const auto content = read(LATIN9 "<c>" + buffer.data() + "</c>", 1448);
+        QVERIFY(content && content->count() == 5000);
+        VelXmlWriter failing(&full);
+        writeManyEntries(failing);
+        QVERIFY2(!failing.flush() && !failing.flush(), "it remembers that something was lost");
     }
 
-    void shouldKeepWhatTheFileSays_data()
+    void shouldReadRecords_data()
     {
-        QTest::addColumn<QByteArray>("children");
-        QTest::addColumn<int>("dirty");
-        QTest::addColumn<bool>("notime");
-        QTest::newRow("event") << QByteArray("<dirty>1</dirty><notime>1</notime>") << 1 << true;
-        QTest::newRow("to-do without both") << QByteArray("<type>2</type>") << 0 << false;
-        QTest::newRow("to-do with dates only") << QByteArray("<type>2</type><notime>1</notime>") << 0 << true;
-        QTest::newRow("to-do with times") << QByteArray("<type>2</type><notime>0</notime>") << 0 << false;
-        QTest::newRow("other numbers") << QByteArray("<dirty>7</dirty><notime>-3</notime>") << 7 << true;
-        QTest::newRow("no numbers") << QByteArray("<dirty>yes</dirty><notime>true</notime>") << 0 << false;
-        QTest::newRow("before the texts") << QByteArray("<dirty>0</dirty><title>t</title>") << 0 << false;
+        QTest::addColumn<QByteArray>("elements");
+        QTest::addColumn<QString>("content");
+        const auto row = [](const char *name, const QByteArray &elements, const QByteArray &content) {
+            QTest::newRow(name) << elements << QString::fromUtf8(content);
+        };
+        row("defaults", "<entry>" TIMES "</entry>", "=100");
+        row("number flags", "<entry><dirty>7</dirty><notime>-3</notime>" TIMES "</entry>", "=171");
+        row("no start", "<entry>" TIMES "</entry><entry><end>2002-3-5 9:5</end></entry>", "=100");
+        row("no end", "<entry>" TIMES "</entry><entry><start>2002-3-5 9:5</start></entry>", "=100");
+        row("no time", "<entry><start>2002-3-5</start><end>2002-3-5 9:5</end></entry>", "");
+        row("spoilt later", "<entry>" TIMES "<end>later</end></entry>", "");
+        row("values of the entry before",
+            "<entry><title>t</title><description>d</description>" TIMES "</entry><entry>" TIMES "</entry>",
+            "td=100 =100");
+        row("values of the account before", TWO_NAMES, "a//5 b//0");
+        row("values of the attendee before", "<entry>" TWO_NAMES TIMES "</entry>", "=100 a//5 b//0");
+        row("nameless accounts", "<account/><account><id>1</id></account><account><name/></account>", "");
+        row("any order",
+            "<entry>" TWO_NAMES "<end>2002-3-5 10:0</end><!-- . -->text<start>2002-3-5 9:5</start></entry>",
+            "=100 a//5 b//0");
+        row("unknown elements",
+            "text<x><entry>" TIMES "</entry>" TWO_NAMES "</x><title>a</title><![CDATA[<entry/>]]>", "");
+        row("empty meta", "<meta><synctime/><x><userid>9</userid></x><origright/></meta>", "sync() right(0)");
+        row("answer",
+            "<action><totalsync/><origuserid>3000000000</origuserid><userid>4294967295</userid></action>",
+            "user(4294967295) owner(3000000000) total");
+        row("rights",
+            "<right id='12' right='3'/><right right='2'/><right id='6'/><right id='6' right='4' "
+            "a='7'><right/></right>",
+            "0:2 6:4 12:3");
+        row("nothing after an error",
+            "<action><userid>1</userid><error>-7</error><origright>4</origright></action><meta><userid>2</"
+            "userid></meta>" TWO_NAMES "<entry>" TIMES "</entry>",
+            "user(1) error(-7)");
+        const auto title = [&row](const char *name, const QByteArray &element, const QByteArray &text) {
+            row(name, "<entry>" + element + TIMES "</entry>", text + "=100");
+        };
+        title("blanks", "<title> \t a\n </title>", " \t a\n ");
+        title("line ends", "<title>a\r\nb\rc&#13;d</title>", "a\nb\nc\rd");
+        title("CDATA", "<title><![CDATA[<b> & ]]]]></title>", "<b> & ]]");
+        title("up to an element", "<title>a<b>c</b>d</title>", "a");
+        title("repeated", "<title>a</title><title>b</title>", "b");
+        title("in an entry inside", "<entry><title>a</title></entry>", "");
+        title("other names", "<Title>a</Title><titles>a</titles><titl>a</titl>", "");
     }
 
-    void shouldKeepWhatTheFileSays()
+    void shouldReadRecords()
     {
-        QFETCH(QByteArray, children);
-        const VelEntry entry = entryOf(children + TIMES);
-        QTEST(entry.dirty, "dirty");
-        QTEST(entry.notime, "notime");
-    }
-
-    void shouldDropEntryWithoutTimes_data()
-    {
-        QTest::addColumn<QByteArray>("children");
-        QTest::newRow("nothing") << QByteArray();
-        QTest::newRow("no end") << QByteArray("<start>2002-3-5 9:5</start>");
-        QTest::newRow("no start") << QByteArray("<end>2002-3-5 9:5</end>");
-        QTest::newRow("empty start") << QByteArray("<start/><end>2002-3-5 9:5</end>");
-        QTest::newRow("no time") << QByteArray("<start>2002-3-5</start><end>2002-3-5 9:5</end>");
-        QTest::newRow("impossible date") << QByteArray("<start>2002-2-30 9:5</start><end>2002-3-5 9:5</end>");
-        QTest::newRow("impossible time") << QByteArray("<start>2002-3-5 9:5</start><end>2002-3-5 24:0</end>");
-        QTest::newRow("seconds") << QByteArray("<start>2002-3-5 9:5:0</start><end>2002-3-5 9:5</end>");
-        QTest::newRow("spoilt later") << QByteArray(TIMES "<end>later</end>");
-    }
-
-    void shouldDropEntryWithoutTimes()
-    {
-        QFETCH(QByteArray, children);
-        const QByteArray elements = "<entry>" TIMES "</entry><entry>" + children
-            + "</entry><entry><title>next</title>" TIMES "</entry>";
-        const VelXmlContent content = contentOf(elements);
-        QCOMPARE(content.entries.size(), std::size_t(2));
-        QCOMPARE(content.entries.back()->getTitle(), QStringLiteral("next"));
-    }
-
-    void shouldReadText_data()
-    {
-        QTest::addColumn<QByteArray>("element");
-        QTest::addColumn<QString>("title");
-        QTest::newRow("empty") << QByteArray("<title/>") << QString();
-        QTest::newRow("blanks") << QByteArray("<title> \t a\n </title>") << QStringLiteral(" \t a\n ");
-        QTest::newRow("only blanks") << QByteArray("<title>  </title>") << QStringLiteral("  ");
-        QTest::newRow("references") << QByteArray("<title>&lt;&gt;&amp;&quot;&apos;&#65;&#x42;</title>")
-                                    << QStringLiteral("<>&\"'AB");
-        QTest::newRow("line ends") << QByteArray("<title>a\r\nb\rc&#13;d</title>")
-                                   << QStringLiteral("a\nb\nc\rd");
-        QTest::newRow("CDATA") << QByteArray("<title><![CDATA[<b> & ]]]]></title>")
-                               << QStringLiteral("<b> & ]]");
-        QTest::newRow("comment") << QByteArray("<title><!-- no -->a</title>") << QStringLiteral("a");
-        QTest::newRow("instruction") << QByteArray("<title><?no no?>a</title>") << QStringLiteral("a");
-        QTest::newRow("up to an element") << QByteArray("<title>a<b>c</b>d</title>") << QStringLiteral("a");
-        QTest::newRow("attributes") << QByteArray("<title lang='fi'>a</title>") << QStringLiteral("a");
-        QTest::newRow("repeated") << QByteArray("<title>a</title><title>b</title>") << QStringLiteral("b");
-        QTest::newRow("repeated without") << QByteArray("<title>a</title><title/>") << QString();
-        QTest::newRow("byte order marks") << QByteArray("<title>\xEF\xBB\xBF\xEF\xBB\xBF"
-                                                        "a</title>")
-                                          << QStringLiteral("\uFEFF\uFEFFa");
-        QTest::newRow("in an unknown element") << QByteArray("<x><title>a</title></x>") << QString();
-        QTest::newRow("in an entry inside") << QByteArray("<entry><title>a</title></entry>") << QString();
-        QTest::newRow("other case") << QByteArray("<Title>a</Title>") << QString();
-        QTest::newRow("other length") << QByteArray("<titles>a</titles><titl>a</titl>") << QString();
-    }
-
-    void shouldReadText()
-    {
-        QFETCH(QByteArray, element);
-        QTEST(entryOf(element + TIMES).getTitle(), "title");
-    }
-
-    void shouldReadChildrenInAnyOrder()
-    {
-        const VelEntry entry =
-            entryOf("<account><email>e</email><name>n</name><id>3</id></account><occurdays>1,x</occurdays>"
-                    "<end>2002-3-5 10:0</end><!-- . -->text<description>d</description>"
-                    "<account><name>m</name></account><start>2002-3-5 9:5</start>");
-        VelEntry expected = plainEntry();
-        expected.localid = 0;
-        expected.setDescription(QStringLiteral("d"));
-        expected.dirty = 0;
-        expected.rule.occurdays = {1, 0};
-        expected.accounts = {VelAccount(QStringLiteral("n"), QStringLiteral("e"), 3),
-                             VelAccount(QStringLiteral("m"), QString(), 0)};
-        QVERIFY(entry == expected);
-    }
-
-    void shouldSkipUnknownElements()
-    {
-        const VelXmlContent content =
-            contentOf("text<folder><entry>" TIMES "</entry><account><name>a</name></account>"
-                      "</folder><title>a</title><calendar><entry>" TIMES "</entry></calendar>"
-                      "<?entry?><!-- <entry/> --><![CDATA[<entry/>]]>");
-        QCOMPARE(content.count(), std::size_t(0));
-        QVERIFY(!content.accounts);
-    }
-
-    void shouldReadWhateverTheDocumentElement()
-    {
-        const auto content = read("<entry><entry>" TIMES "</entry></entry>");
+        QFETCH(QByteArray, elements);
+        const auto content = read("<calendar>" + elements + "</calendar>");
         QVERIFY(content);
-        QCOMPARE(content->entries.size(), std::size_t(1));
+        QTEST(summary(*content), "content");
     }
 
-    void shouldNotSetWhatIsNotMentioned()
+    void shouldReadDeclaredEncoding_data()
     {
-        const VelXmlContent content = contentOf("<meta><unknown>5</unknown></meta><entry>" TIMES "</entry>");
-        QVERIFY(!content.synctime && !content.userid && !content.origright && !content.origuserid);
-        QVERIFY(!content.error && !content.totalsync && !content.accounts && !content.rights);
+        QTest::addColumn<QByteArray>("head");
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("title"); // null when it cannot be read
+        const auto row = [](const char *head, const char *bytes, const char *title = nullptr) {
+            QTest::addRow("%s with %s", head, QByteArray(bytes).toHex().constData())
+                << QByteArray(head) << QByteArray(bytes) << QString::fromUtf8(title);
+        };
+        row("<?xml version = '1.0' encoding = 'ISO-8859-15' ?>\n", "\xA4\xE4", "€ä");
+        row("<?xml version='1.0'\n\tencoding\n=\n'ISO-8859-15' standalone='yes'?>", "\xA4\xE4", "€ä");
+        row("<?xml version='1.0' encoding='ISO-8859-1'?>", "\xA4\xE4", "¤ä");
+        row("<?xml version='1.0' encoding='UTF-8'?>", "\xE2\x82\xAC\xC3\xA4", "€ä");
+        row("", "\xE2\x82\xAC", "€");
+        row("<!-- encoding='ISO-8859-15' ?> -->", "\xE2\x82\xAC", "€");
+        row("<?xml-style encoding='ISO-8859-15'?>", "\xE2\x82\xAC", "€");
+        row("\xEF\xBB\xBF<?xml version='1.0' encoding='UTF-8'?>", "\xE2\x82\xAC", "€");
+        row("<?xml version='1.0' encoding='us-ascii'?>", "a&#xE4;", "aä");
+        row("<?xml version='1.0' encoding='windows-1252'?>", "a");
+        row("<?xml version='1.0' encoding=''?>", "a");
+        row(" <?xml version='1.0' encoding='UTF-8'?>", "a");
+        row("<?xml version='1.0' encoding='UTF-8'?>", "\xE4");
+        row("<?xml version='1.0' encoding='UTF-8'?>", "\xED\xA0\x80");
+        row("<?xml version='1.0' encoding='US-ASCII'?>", "\xE4");
     }
 
-    void shouldReadMeta_data()
+    void shouldReadDeclaredEncoding()
     {
-        QTest::addColumn<QByteArray>("element");
-        QTest::newRow("file") << QByteArray("meta");
-        QTest::newRow("answer") << QByteArray("action");
+        QFETCH(QByteArray, head);
+        QFETCH(QByteArray, bytes);
+        const QByteArray file = head + "<c><entry><title>" + bytes + "</title>" TIMES "</entry></c>";
+        for (const VelSize size : {1, 1000}) {
+            const auto content = read(file, size);
+            QTEST(content ? content->entries.front()->getTitle() : QString(), "title");
+        }
     }
 
-    void shouldReadMeta()
+    void shouldReadValuesAndTakeNothingForWhatIsNone()
     {
-        QFETCH(QByteArray, element);
-        const QByteArray children =
-            "<totalsync/><origuserid>3000000000</origuserid><x><userid>9</userid></x>"
-            "<synctime> 1 &lt; 2 </synctime><origright>3</origright><userid>4294967295</userid>";
-        const VelXmlContent content = contentOf("<" + element + ">" + children + "</" + element + ">");
-        QCOMPARE(content.synctime.value_or(QString()), QStringLiteral(" 1 < 2 "));
-        QCOMPARE(content.userid.value_or(0), 4294967295U);
-        QCOMPARE(content.origright.value_or(0), 3);
-        QCOMPARE(content.origuserid.value_or(0), 3000000000U);
-        QVERIFY(content.totalsync);
-        QVERIFY(!content.error);
+        const auto row = [](QString (*form)(std::string_view), const char *text, const char *value) {
+            QVERIFY2(form(text) == QLatin1String(value), text);
+        };
+        // Signed and unsigned.
+        const auto number = [](std::string_view text) -> QString {
+            return QString::number(VelXmlValues::parseInt(text)) + QLatin1Char(' ')
+                + QString::number(VelXmlValues::parseUInt(text));
+        };
+        row(number, "\t\r\n 0012 \n", "12 12");
+        row(number, "-7", "-7 0");
+        row(number, "-2147483648", "-2147483648 0");
+        row(number, "2147483648", "0 2147483648");
+        row(number, "4294967295", "0 4294967295");
+        row(number, "99999999999999999999999999", "0 0");
+        for (const char *none : {"", "  ", "+", "-", "+-5", "-+5", "++5", "- 5", "1 2", "5x", "0x10", "1.0"})
+            row(number, none, "0 0");
+        const auto date = [](std::string_view text) -> QString {
+            return VelXmlValues::parseDate(text).toString(Qt::ISODate);
+        };
+        row(date, " 2002 - 03 - 5 ", "2002-03-05");
+        row(date, "2002-3-5-7", "2002-03-05");
+        for (const char *none : {"1900-2-29", "2002-13-1", "2002-1-0", "0-1-1", "-1-1-1", "10000-1-1",
+                                 "2002-3", "2002/3/5", "--"})
+            row(date, none, "");
+        const auto dateTime = [](std::string_view text) -> QString {
+            const VelDateTime value = VelXmlValues::parseDateTime(text);
+            return value.date().toString(Qt::ISODate) + QLatin1Char(' ') + value.time().toString(Qt::ISODate);
+        };
+        row(dateTime, "2002-03-05 09:05", "2002-03-05 09:05:00");
+        row(dateTime, "2002-3-31 3:30", "2002-03-31 03:30:00"); // a time that no clock in Helsinki shows
+        row(dateTime, "2002-2-30 9:5", " 09:05:00");
+        for (const char *undated :
+             {"2002-3-5", "2002-3-5 9", "2002-3-5 9:5:0", "2002-3-5 24:0", "2002-3-5 -1:0"})
+            row(dateTime, undated, "2002-03-05 ");
+        for (const char *none : {"2002-3-5T9:5", "9:5 2002-3-5", ""})
+            row(dateTime, none, " ");
+        // As it is written again.
+        const auto list = [](std::string_view text) -> QString {
+            std::string out;
+            VelXmlValues::appendIntList(out, VelXmlValues::parseIntList(text));
+            return QString::fromStdString(out);
+        };
+        row(list, "5,1,5", "5,1,5");
+        row(list, " 2147483647 , -2147483648 ,+3", "2147483647,-2147483648,3");
+        row(list, "1,x,,3", "1,0,0,3");
+        row(list, "1,2,", "1,2,0");
+        row(list, ",", "0,0");
     }
 
-    void shouldTellEmptyFromMissing()
+    void shouldCutEndlessList()
     {
-        const VelXmlContent content = contentOf("<meta><synctime/><userid/></meta>");
-        QVERIFY(content.synctime);
-        QCOMPARE(*content.synctime, QString());
-        QVERIFY(content.userid);
-        QCOMPARE(*content.userid, 0U);
-    }
-
-    void shouldReadRights()
-    {
-        const VelXmlContent content =
-            contentOf("<right id='12' right='3'/><right right=\"-1\" id=\"3000000000\"/>"
-                      "<right right='2'/><right id='5'/><right id='6' right='1'/>"
-                      "<right id='6' right='4' note='7'><right id='8' right='1'/></right>");
-        const std::map<quint32, int> expected{{0, 2}, {5, 0}, {6, 4}, {12, 3}, {3000000000, -1}};
-        QVERIFY(content.rights);
-        QCOMPARE(*content.rights, expected);
-    }
-
-    void shouldReadNothingAfterError_data()
-    {
-        QTest::addColumn<QByteArray>("code");
-        QTest::addColumn<int>("error");
-        QTest::newRow("2") << QByteArray("2") << 2;
-        QTest::newRow("0") << QByteArray("0") << 0;
-        QTest::newRow("no number") << QByteArray("x") << 0;
-        QTest::newRow("negative") << QByteArray("-7") << -7;
-    }
-
-    void shouldReadNothingAfterError()
-    {
-        QFETCH(QByteArray, code);
-        const QByteArray elements = "<account><name>a</name></account><action><userid>1</userid><error>"
-            + code
-            + "</error><origright>4</origright><totalsync/></action><account><name>b</name></account>"
-              "<right id='1' right='1'/><meta><userid>2</userid></meta><entry>" TIMES "</entry>";
-        const VelXmlContent content = contentOf(elements);
-        QVERIFY(content.error);
-        QTEST(*content.error, "error");
-        QCOMPARE(content.userid.value_or(0), 1U);
-        QVERIFY(!content.origright && !content.totalsync && !content.rights);
-        QCOMPARE(content.count(), std::size_t(1));
-    }
-
-    void shouldMentionAccountsOnlyWhenOneHasName()
-    {
-        const char *const nameless =
-            "<account/><account><id>1</id><email>e</email></account><account><name/></account>";
-        QVERIFY(!contentOf(nameless).accounts);
-        const VelXmlContent content = contentOf(nameless + QByteArray("<account><name>n</name></account>"));
-        QVERIFY(content.accounts);
-        QCOMPARE(content.accounts->size(), 1);
-        QCOMPARE(content.accounts->first(), VelAccount(QStringLiteral("n"), QString(), 0));
-    }
-
-    void shouldDropNamelessAttendees()
-    {
-        const VelEntry entry =
-            entryOf("<account><id>1</id></account><account><name>n</name></account>" TIMES);
-        QCOMPARE(entry.accounts.size(), 1);
-    }
-
-    void shouldNotCarryValuesFromOneRecordToTheNext()
-    {
-        const VelXmlContent content = contentOf(
-            "<account><id>5</id><name>a</name><email>e</email><type>2</type></account>"
-            "<account><name>b</name></account>"
-            "<entry><title>t</title><description>d</description>" TIMES "</entry><entry>" TIMES "</entry>");
-        QCOMPARE(content.accounts->at(1), VelAccount(QStringLiteral("b"), QString(), 0));
-        QCOMPARE(content.accounts->at(1).type, 0);
-        QCOMPARE(content.entries.at(1)->getTitle(), QString());
-        QCOMPARE(content.entries.at(1)->getDescription(), QString());
+        // In time that grows with the length alone, also where every piece is empty.
+        QCOMPARE(VelXmlValues::parseIntList(std::string(4000000, ',')).size(),
+                 VelXmlValues::MaximumListLength);
     }
 };
 

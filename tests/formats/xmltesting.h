@@ -4,29 +4,50 @@
 #pragma once
 
 #include "formats/velxmlreader.h"
+#include "formats/velxmlwriter.h"
 
 #include <QByteArray>
+#include <QFile>
 
-/** Bytes to records and back in one step, and what is different about two of them. */
+// Bytes to records and back in one step.
 namespace XmlTesting
 {
-/** What is in tests/formats/data/@p name. Ends the program when there is no such file. */
-[[nodiscard]] QByteArray dataFile(const QString &name);
+// What is in tests/formats/data/@p name. Ends the program when there is no such file.
+inline QByteArray dataFile(const char *name)
+{
+    QFile file(QLatin1String(TEST_DATA_DIR "/") + QLatin1String(name));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("No test data %s", name);
+    return file.readAll();
+}
 
-/** The bytes that a file of hexadecimal digits stands for; blanks do not count, "#" begins a comment. */
-[[nodiscard]] QByteArray hexFile(const QString &name);
+// What @p bytes hold, fed in pieces of @p pieceSize; nothing when reading failed.
+inline std::optional<VelXmlContent> read(const QByteArray &bytes, VelSize pieceSize = 1 << 29)
+{
+    VelXmlReader reader;
+    for (VelSize at = 0; at < bytes.size(); at += pieceSize) {
+        const VelSize size = std::min(pieceSize, bytes.size() - at);
+        if (!reader.feed(bytes.constData() + at, static_cast<std::size_t>(size)))
+            return {};
+    }
+    return reader.finish() ? std::optional(reader.takeContent()) : std::nullopt;
+}
 
-/** @p elements in a calendar that declares UTF-8. */
-[[nodiscard]] QByteArray calendarOf(const QByteArray &elements);
-
-/** What @p bytes hold, fed in pieces of @p pieceSize; nothing when reading failed. */
-[[nodiscard]] std::optional<VelXmlContent> readInPieces(const QByteArray &bytes, int pieceSize);
-[[nodiscard]] std::optional<VelXmlContent> read(const QByteArray &bytes);
-
-/** The calendar file of @p content; meta fields that are not set have their defaults. */
-[[nodiscard]] QByteArray write(const VelXmlContent &content);
-
-/** The first place where the two differ, with what surrounds it there; empty when they are equal. */
-[[nodiscard]] QString difference(const QByteArray &actual, const QByteArray &expected);
-[[nodiscard]] QString difference(const VelXmlContent &actual, const VelXmlContent &expected);
+// The calendar file of @p content, line by line; meta fields that are not set have their defaults.
+inline QList<QByteArray> write(const VelXmlContent &content)
+{
+    VelCalendarMeta meta;
+    meta.userid = content.userid.value_or(meta.userid);
+    meta.origright = content.origright.value_or(meta.origright);
+    meta.synctime = content.synctime.value_or(meta.synctime);
+    VelXmlWriter writer;
+    writer.writeHead();
+    writer.writeMeta(meta);
+    for (const VelAccount &account : content.accounts.value_or(VelAccountList()))
+        writer.writeAccount(account);
+    for (const auto &entry : content.entries)
+        writer.writeEntry(*entry);
+    writer.writeTail();
+    return QByteArray::fromStdString(writer.text()).split('\n');
+}
 } // namespace XmlTesting
