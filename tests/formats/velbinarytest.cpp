@@ -113,7 +113,7 @@ private Q_SLOTS:
             QVERIFY2(readWith(EndDateAt, date)->rule == VelRecurrenceRule(), date);
         }
         QCOMPARE(readWith(StartAt, "00256b73 05265bff")->getStart().time(), QTime(23, 59, 59, 999));
-        QVERIFY(!readWith(StartAt, "00256b73 05265c00")->isValid());
+        QCOMPARE(readWith(StartAt, "00256b73 05265c00")->getStart(), VelDateTime());
         QVERIFY(readWith(NoTimeAt, "80000000")->notime);
         for (const int text : {TitleAt, DescriptionAt})
             QVERIFY(*readWith(text, "ffffffff") == *readWith(text, "00000000"));

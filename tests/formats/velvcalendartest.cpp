@@ -226,7 +226,7 @@ private Q_SLOTS:
         row("RRULE:MP1 2+ TU WE 4+ FR #0", "MP1 2+ TU #0");
         row("RRULE:MD1 1- #0", "MD1 31 #0");
         row("RRULE:M1 1- FR #4", "MP1 1- FR #4");
-        row("RRULE:D1 20020310T220000Z", "D1 20020311T000000");
+        row("RRULE:D1 20020310T230000Z", "D1 20020312T000000");
         row("RRULE:D1", "D1 #2");
         row("RRULE:W1 MO 0900 1200 #4", "W1 MO #4");
         row("D1 #3\nEXDATE:20020306T090500", "D1 #3 simplified");

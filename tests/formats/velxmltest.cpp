@@ -214,7 +214,7 @@ private Q_SLOTS:
         writeManyEntries(writer);
         QVERIFY(writer.text().size() < inMemory.text().size() / 2);
         QVERIFY(writer.flush() && buffer.data() == QByteArray::fromStdString(inMemory.text()));
-        const auto content = read(LATIN9 "<c>" + buffer.data() + "</c>", 1448);
+        const auto content = read(LATIN9 "<c>" + buffer.data() + "</c>", 7);
         QVERIFY(content && content->count() == 5000);
         VelXmlWriter failing(&full);
         writeManyEntries(failing);
@@ -333,13 +333,13 @@ private Q_SLOTS:
         for (const char *none : {"", "  ", "+", "-", "+-5", "-+5", "++5", "- 5", "1 2", "5x", "0x10", "1.0"})
             row(number, none, "0 0");
         const auto date = [](std::string_view text) -> QString {
-            return VelXmlValues::parseDate(text).toString(Qt::ISODate);
+            return VelXmlValues::toStringDate(VelXmlValues::parseDate(text));
         };
-        row(date, " 2002 - 03 - 5 ", "2002-03-05");
-        row(date, "2002-3-5-7", "2002-03-05");
+        row(date, " 2002 - 03 - 5 ", "2002-3-5");
+        row(date, "2002-3-5-7", "2002-3-5");
         for (const char *none : {"1900-2-29", "2002-13-1", "2002-1-0", "0-1-1", "-1-1-1", "10000-1-1",
                                  "2002-3", "2002/3/5", "--"})
-            row(date, none, "");
+            row(date, none, "0-0-0");
         const auto dateTime = [](std::string_view text) -> QString {
             const VelDateTime value = VelXmlValues::parseDateTime(text);
             return value.date().toString(Qt::ISODate) + QLatin1Char(' ') + value.time().toString(Qt::ISODate);
