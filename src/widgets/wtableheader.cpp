@@ -38,14 +38,16 @@ void WTableHeader::contextMenuEvent(QContextMenuEvent *event)
 
 void WTableHeader::focusInEvent(QFocusEvent *event)
 {
-    QWidget::focusInEvent(
-        event); // NOLINT(bugprone-parent-virtual-call): views update cells, a header has none
+    // Not the view's own: it would update cells, of which a header has none.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
+    QWidget::focusInEvent(event);
     setCurrentColumn(currentColumn());
 }
 
 void WTableHeader::focusOutEvent(QFocusEvent *event)
 {
-    QWidget::focusOutEvent(event); // NOLINT(bugprone-parent-virtual-call): as above
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
+    QWidget::focusOutEvent(event);
     viewport()->update();
 }
 

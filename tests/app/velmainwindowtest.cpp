@@ -134,7 +134,7 @@ void VelMainWindowTest::init()
 
 QString VelMainWindowTest::copyOfExample(const QString &name) const
 {
-    const QString path = m_folder.filePath(name);
+    QString path = m_folder.filePath(name);
     QFile::remove(path);
     QFile::copy(QStringLiteral(EXAMPLE_CALENDAR), path);
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
