@@ -9,21 +9,17 @@
 #include "app/velonlinewidget.h"
 #include "app/veltray.h"
 #include "document/veldoc.h"
-#include "document/veldrag.h"
 #include "hub/velmessageboxes.h"
 #include "views/velmainview.h"
 
-#include <KActionCollection>
-#include <KEditToolBar>
 #include <KLocalizedString>
 #include <KRecentFilesAction>
 #include <KSharedConfig>
 #include <KToggleAction>
 #include <KToolBar>
-#include <KXMLGUIFactory>
 
-#include <QApplication>
 #include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QStatusBar>
 
@@ -237,9 +233,12 @@ void VelMainWindow::slotAutoSave()
         slotFileSave();
     else
         m_doc->saveQuietly();
+    const bool hadFailed = m_autoSaveFailed;
     m_autoSaveFailed = m_doc->isModified();
     if (m_autoSaveFailed)
         slotStatusMsg(i18n("The calendar could not be saved automatically. Please save it yourself."));
+    else if (hadFailed)
+        slotStatusMsg(i18n("Ready."));
 }
 
 bool VelMainWindow::queryClose()

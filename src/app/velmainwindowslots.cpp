@@ -10,7 +10,6 @@
 #include "document/velmessages.h"
 #include "views/velmainview.h"
 
-#include <KActionCollection>
 #include <KEditToolBar>
 #include <KLocalizedString>
 #include <KToggleAction>

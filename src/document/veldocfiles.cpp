@@ -10,8 +10,6 @@
 
 #include <KLocalizedString>
 
-#include <QFile>
-
 #include <algorithm>
 
 bool VelDoc::newDocument()

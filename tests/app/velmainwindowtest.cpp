@@ -22,6 +22,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPointer>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -427,6 +428,14 @@ void VelMainWindowTest::autoSaveShouldNotAskTwiceAboutAForeignChange()
     QCOMPARE(session.messages->count(), 1);
     QCOMPARE(fileBytes(path), foreign);
     QVERIFY(session.doc().isModified());
+    const auto *status = session.window->statusBar()->findChild<QLabel *>();
+    QVERIFY(status->text().startsWith(QLatin1String("The calendar could not be saved")));
+
+    // Somebody takes the other file away: now there is nothing to ask, and nothing more to warn of.
+    QVERIFY(QFile::remove(path));
+    session.window->slotAutoSave();
+    QVERIFY(!session.doc().isModified());
+    QCOMPARE(status->text(), QStringLiteral("Ready."));
 }
 
 void VelMainWindowTest::sessionShouldBringBackUnsavedChanges_data()
