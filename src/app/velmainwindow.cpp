@@ -36,7 +36,8 @@ constexpr int MsecsPerMinute = 60000;
 VelMainWindow::VelMainWindow(VelSurroundings surroundings)
     : m_messages(std::move(surroundings.messages))
     , m_files(std::move(surroundings.files))
-    , m_today(surroundings.today ? std::move(surroundings.today) : &QDate::currentDate)
+    , m_now(surroundings.now ? std::move(surroundings.now)
+                             : [] { return VelDateTime::fromQDateTime(QDateTime::currentDateTime()); })
 {
     setObjectName(QStringLiteral("VelMainWindow#"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -92,7 +93,7 @@ void VelMainWindow::initStatusBar()
 
 void VelMainWindow::initDocument()
 {
-    m_doc = new VelDoc(*m_messages, m_settings, nullptr, m_today);
+    m_doc = new VelDoc(*m_messages, m_settings, nullptr, [this] { return today(); });
     connect(m_doc, &VelDoc::modifiedChanged, this, [this](bool modified) {
         m_actions->save->setEnabled(modified);
         setCaption(m_doc->URL().fileName(), modified);
@@ -109,8 +110,7 @@ void VelMainWindow::initDocument()
 
 void VelMainWindow::initView(const VelWindowOptions &options)
 {
-    m_view =
-        new VelMainView(this, applicationConfig(), options.splitterSizes1, options.splitterSizes2, m_today);
+    m_view = new VelMainView(this, applicationConfig(), options.splitterSizes1, options.splitterSizes2);
     setCentralWidget(m_view);
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
             &VelMainWindow::slotClipboardChanged);

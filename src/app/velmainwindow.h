@@ -24,7 +24,7 @@ class VelTray;
 struct VelSurroundings {
     std::unique_ptr<VelMessages> messages;
     std::unique_ptr<VelFileChooser> files;
-    std::function<QDate()> today;
+    std::function<VelDateTime()> now;
 };
 
 /** The main window: one calendar, its views, and every command. Deletes itself when it is closed. */
@@ -39,6 +39,9 @@ public:
     [[nodiscard]] const VelSettings *settings() const override { return &m_settings; }
     [[nodiscard]] const VelLook &look() const override { return m_look; }
     [[nodiscard]] VelMessages &messages() override { return *m_messages; }
+    [[nodiscard]] VelDateTime now() const override { return m_now(); }
+    [[nodiscard]] QDate today() const { return m_now().date(); }
+    void printOut(VelPrintout &printout) override;
     void setCutCopy(const VelEntry *selected, bool isSelected) override;
     void setEditLock(bool locked) override;
     [[nodiscard]] bool isEditLocked() const { return m_editLock; }
@@ -80,7 +83,7 @@ public Q_SLOTS:
     void slotPurgeCompleted();
     void slotAccels();
     void slotToolbar();
-    void slotClipboardChanged();
+    void slotClipboardChanged() override;
     void slotAutoSave();
 
 protected:
@@ -106,7 +109,7 @@ private:
     VelLook m_look;
     std::unique_ptr<VelMessages> m_messages;
     std::unique_ptr<VelFileChooser> m_files;
-    std::function<QDate()> m_today;
+    std::function<VelDateTime()> m_now;
     VelDoc *m_doc = nullptr;
     VelMainView *m_view = nullptr;
     QLabel *m_statusText = nullptr;

@@ -102,7 +102,7 @@ void VelMainWindow::slotEditDelete()
 
 void VelMainWindow::slotGoToday()
 {
-    m_view->setDate(m_today());
+    m_view->setDate(today());
 }
 
 void VelMainWindow::slotViewToolBar()
@@ -189,4 +189,8 @@ void VelMainWindow::readProperties(const KConfigGroup &group)
         return;
     else if (m_doc->recoverDocument(recovery, url))
         QFile::remove(recovery);
+}
+
+void VelMainWindow::printOut(VelPrintout &)
+{
 }

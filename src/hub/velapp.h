@@ -4,6 +4,7 @@
 #pragma once
 
 #include "model/velaccount.h"
+#include "model/veldatetime.h"
 
 #include <KXmlGuiWindow>
 
@@ -13,6 +14,7 @@ class VelDoc;
 class VelEntry;
 class VelEntryList;
 class VelMessages;
+class VelPrintout;
 class VelSettings;
 struct VelLook;
 
@@ -43,6 +45,8 @@ public:
     [[nodiscard]] virtual VelDoc *document() const = 0;
     [[nodiscard]] virtual const VelSettings *settings() const = 0;
     [[nodiscard]] virtual const VelLook &look() const = 0;
+    /** What the clock on the wall shows. */
+    [[nodiscard]] virtual VelDateTime now() const = 0;
     /** Where questions and errors go. */
     [[nodiscard]] virtual VelMessages &messages() = 0;
 
@@ -60,6 +64,10 @@ public:
     virtual void setEditLock(bool locked) = 0;
     /** True when the user may change the calendar now: their rights suffice and it is not locked. */
     [[nodiscard]] virtual bool mayEdit() const = 0;
+    /** Lets the user look at the pages and print them. */
+    virtual void printOut(VelPrintout &printout) = 0;
+    /** Tells that Paste may have become possible or impossible. */
+    virtual void slotClipboardChanged() = 0;
     /** Shows @p text in the first field of the status bar. */
     virtual void slotStatusMsg(const QString &text) = 0;
 };

@@ -37,3 +37,36 @@ VelLook VelLook::defaults(const QPalette &palette)
     look.entryFont = QGuiApplication::font();
     return look;
 }
+
+QColor VelLook::mixed(const QColor &color, const QColor &other, qreal share)
+{
+    const auto mix = [share](int a, int b) { return qRound(a * share + b * (1 - share)); };
+    return {mix(color.red(), other.red()), mix(color.green(), other.green()),
+            mix(color.blue(), other.blue())};
+}
+
+QColor VelLook::textOn(const QColor &background)
+{
+    constexpr int middle = 140; // of 255: dark text gains contrast faster than light text loses it
+    return qGray(background.rgb()) < middle ? QColor(Qt::white) : QColor(Qt::black);
+}
+
+QColor VelLook::dayHour2() const
+{
+    return mixed(mainColor2, dayHour, 0.25);
+}
+
+QColor VelLook::grid() const
+{
+    return mixed(mainColor1, dayHour, 0.45);
+}
+
+QColor VelLook::halfHour() const
+{
+    return mixed(mainColor1, dayHour, 0.25);
+}
+
+QColor VelLook::red() const
+{
+    return textOn(dayHour) == Qt::white ? QColor(0xff, 0x7b, 0x72) : QColor(0xc6, 0x1a, 0x1a);
+}

@@ -189,13 +189,6 @@ int VelEntry::getSpan() const
     return hasDates ? m_end.julianDay() - m_start.julianDay() : 0;
 }
 
-bool VelEntry::overlap(const VelEntry &other) const
-{
-    return (m_start <= other.m_start && other.m_start < m_end)
-        || (m_start < other.m_end && other.m_end <= m_end)
-        || (other.m_start < m_start && other.m_end > m_end);
-}
-
 void VelEntry::updRecurrence(QDate today)
 {
     m_occurrences.reset();

@@ -88,7 +88,17 @@ public:
     [[nodiscard]] int getSpan() const;
     [[nodiscard]] bool isValid() const { return m_start.isValid() && m_end.isValid(); }
     /** True when the two share time; to touch is not to overlap. */
-    [[nodiscard]] bool overlap(const VelEntry &other) const;
+    [[nodiscard]] bool overlap(const VelEntry &other) const
+    {
+        return overlap(m_start, m_end, other.m_start, other.m_end);
+    }
+    /** The same of two spans of time. */
+    [[nodiscard]] static bool overlap(const VelDateTime &start, const VelDateTime &end,
+                                      const VelDateTime &otherStart, const VelDateTime &otherEnd)
+    {
+        return (start <= otherStart && otherStart < end) || (start < otherEnd && otherEnd <= end)
+            || (otherStart < start && otherEnd > end);
+    }
 
     /** Works the occurrences out anew; those handed out before are gone. Occurrences have none themselves. */
     void updRecurrence(QDate today);

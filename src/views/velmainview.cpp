@@ -22,13 +22,13 @@ KConfigGroup generalOptions(const KConfig *config)
 } // namespace
 
 VelMainView::VelMainView(QWidget *parent, const KConfig *config, const QList<int> &splitter1,
-                         const QList<int> &splitter2, const Today &today)
+                         const QList<int> &splitter2)
     : QWidget(parent)
     , m_splitter1(new QSplitter(Qt::Horizontal, this))
     , m_splitter2(new QSplitter(Qt::Vertical, m_splitter1))
-    , m_listView(new VelListView(m_splitter1, VelListView::Kind::Entries, today()))
-    , m_smallList(new VelListView(m_splitter2, VelListView::Kind::Tasks, today()))
-    , m_date(today())
+    , m_listView(new VelListView(m_splitter1, VelListView::Kind::Entries, VelApp::getApp(this)->now().date()))
+    , m_smallList(new VelListView(m_splitter2, VelListView::Kind::Tasks, VelApp::getApp(this)->now().date()))
+    , m_date(VelApp::getApp(this)->now().date())
 {
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

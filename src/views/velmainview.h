@@ -7,8 +7,6 @@
 
 #include <QList>
 
-#include <functional>
-
 class KConfig;
 class QSplitter;
 class VelListView;
@@ -25,14 +23,13 @@ public:
     enum ViewType { NoView = -1, DayView = 0, MonthView = 1, ListView = 2 };
     /** A day view of this many days is the working week, whatever days the preferences say that is. */
     static constexpr int WorkWeek = 5;
-    using Today = std::function<QDate()>;
 
     /**
      * @p splitter1 and @p splitter2 are sizes saved earlier, in pixels; empty for the usual ones. @p config
      * says which view to begin with and how the lists are arranged.
      */
     VelMainView(QWidget *parent, const KConfig *config, const QList<int> &splitter1,
-                const QList<int> &splitter2, const Today &today);
+                const QList<int> &splitter2);
     ~VelMainView() override;
 
     /** True for the views that there are. */

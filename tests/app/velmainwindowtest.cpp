@@ -65,7 +65,8 @@ public:
         auto ownFiles = std::make_unique<FakeFiles>();
         messages = ownMessages.get();
         files = ownFiles.get();
-        window = new Window(VelSurroundings{std::move(ownMessages), std::move(ownFiles), &testDay});
+        window = new Window(
+            VelSurroundings{std::move(ownMessages), std::move(ownFiles), [] { return at(testDay(), 10); }});
         window->show();
     }
     ~Session() { delete window; }

@@ -19,7 +19,9 @@ class FakeApp : public VelApp
     Q_OBJECT
 public:
     explicit FakeApp(QDate today)
-        : doc(fakeMessages, fakeSettings, nullptr, [today] { return today; })
+        : fakeLook(VelLook::defaults(palette()))
+        , doc(fakeMessages, fakeSettings, nullptr, [this] { return fakeNow.date(); })
+        , fakeNow(today, QTime(10, 0))
     {
         for (const char *name : {"edit_entry", "view_entry", "edit_delete", "edit_cut", "edit_copy",
                                  "edit_paste", "new_entry", "new_todo", "purge_todo"})
@@ -33,6 +35,9 @@ public:
     void setCutCopy(const VelEntry *selected, bool) override { cutCopyEntry = selected; }
     void setEditLock(bool locked) override { isLocked = locked; }
     [[nodiscard]] bool mayEdit() const override { return !isLocked && doc.isWritable(); }
+    [[nodiscard]] VelDateTime now() const override { return fakeNow; }
+    void printOut(VelPrintout &) override { ++printCount; }
+    void slotClipboardChanged() override { ++clipboardCount; }
     void slotStatusMsg(const QString &) override { }
 
     FakeMessages fakeMessages;
@@ -40,5 +45,8 @@ public:
     VelLook fakeLook;
     VelDoc doc;
     const VelEntry *cutCopyEntry = nullptr;
+    VelDateTime fakeNow;
+    int printCount = 0;
+    int clipboardCount = 0;
     bool isLocked = false;
 };

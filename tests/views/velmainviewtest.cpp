@@ -49,7 +49,7 @@ void VelMainViewTest::shouldFallBackToAViewThatIsThere()
     KConfigGroup group = config.group(QStringLiteral("General Options"));
     group.writeEntry("MainViewType", type);
     group.writeEntry("MainViewSize", size);
-    const VelMainView view(&app, &config, {}, {}, &today);
+    const VelMainView view(&app, &config, {}, {});
     QCOMPARE(view.viewType(), int(VelMainView::ListView));
     QCOMPARE(view.viewSize(), expectedSize);
     QCOMPARE(view.getCurrentView(), static_cast<VelView *>(view.listView()));
@@ -61,13 +61,13 @@ void VelMainViewTest::shouldRememberViewAndSplitters()
     KConfig config(QString(), KConfig::SimpleConfig);
     QList<int> sizes;
     {
-        VelMainView view(&app, &config, {400, 200}, {}, &today);
+        VelMainView view(&app, &config, {400, 200}, {});
         view.resize(610, 400);
         view.show();
         sizes = view.getSplitter1Sizes();
         view.writeConfig(&config);
     }
-    VelMainView view(&app, &config, sizes, {}, &today);
+    VelMainView view(&app, &config, sizes, {});
     view.resize(610, 400);
     view.show();
     QCOMPARE(view.getSplitter1Sizes(), sizes);
@@ -79,7 +79,7 @@ void VelMainViewTest::setDateShouldMoveTheList()
 {
     FakeApp app(today());
     const KConfig config(QString(), KConfig::SimpleConfig);
-    VelMainView view(&app, &config, {}, {}, &today);
+    VelMainView view(&app, &config, {}, {});
     addEvent(app.doc, QStringLiteral("summer"), {QDate(2026, 7, 1), QTime(9, 0)},
              {QDate(2026, 7, 1), QTime(10, 0)});
     view.setDate(QDate(2026, 6, 30));
@@ -95,7 +95,7 @@ void VelMainViewTest::shouldLeaveTheDocumentWhenItGoes()
 {
     FakeApp app(today());
     const KConfig config(QString(), KConfig::SimpleConfig);
-    auto view = std::make_unique<VelMainView>(&app, &config, QList<int>(), QList<int>(), &today);
+    auto view = std::make_unique<VelMainView>(&app, &config, QList<int>(), QList<int>());
     view.reset();
     app.doc.slotUpdateAllViews(nullptr); // would reach into freed views
     QVERIFY(app.doc.isModified());

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "model/velentrylist.h"
+
+/** Where the column of a day gets its entries from: the calendar, or the busy times of those who are invited. */
+class VelDaySource
+{
+public:
+    virtual ~VelDaySource() = default;
+
+    /** What touches @p day, without notices of deletion, in the order in which it is laid out. */
+    [[nodiscard]] virtual VelEntryList getEntries(QDate day) const = 0;
+
+    /** Of a source that gives each person a column of their own: how many there are. */
+    [[nodiscard]] virtual int getVisibleCount() const { return 0; }
+    /** The column of that account, or -1. */
+    [[nodiscard]] virtual int getColumn(quint32) const { return -1; }
+};
