@@ -68,6 +68,13 @@ public:
     virtual void printOut(VelPrintout &printout) = 0;
     /** Tells that Paste may have become possible or impossible. */
     virtual void slotClipboardChanged() = 0;
+    /** The stored entry that is being dragged out of one of this window's views, or 0. */
+    [[nodiscard]] quint32 getDraggedEntry() const { return m_draggedEntry; }
+    void setDraggedEntry(quint32 localid) { m_draggedEntry = localid; }
+
     /** Shows @p text in the first field of the status bar. */
     virtual void slotStatusMsg(const QString &text) = 0;
+
+private:
+    quint32 m_draggedEntry = 0;
 };

@@ -8,13 +8,18 @@
 #include "document/velmessages.h"
 #include "document/velpaste.h"
 #include "hub/velapp.h"
+#include "views/veldrop.h"
+#include "views/velquickentry.h"
 #include "widgets/wpopupmenu.h"
 
 #include <KLocalizedString>
 
 #include <QAction>
 #include <QClipboard>
+#include <QDrag>
+#include <QDropEvent>
 #include <QGuiApplication>
+#include <QTimer>
 
 VelView::VelView(QWidget *parent)
     : QWidget(parent)
@@ -31,6 +36,11 @@ VelDoc *VelView::document() const
 bool VelView::mayChange(const VelEntry *entry) const
 {
     return entry && VelApp::getApp(this)->mayEdit() && document()->isOwner(entry);
+}
+
+bool VelView::mayMove(const VelEntry *entry) const
+{
+    return mayChange(entry) && !entry->isRecurring();
 }
 
 VelView::Selection VelView::selectionOf(const VelEntry *entry)
@@ -176,4 +186,82 @@ WPopupMenu *VelView::getPopup()
     m_popup->addSeparator();
     m_popup->insertAction(app->getAction(QStringLiteral("edit_paste")), this, &VelView::paste);
     return m_popup;
+}
+
+void VelView::dragEntry(const VelEntry *entry)
+{
+    VelApp *app = VelApp::getApp(this);
+    app->setEditLock(true);
+    app->setDraggedEntry(entry->localid);
+    auto *drag = new QDrag(this);
+    drag->setMimeData(new VelDrag(*entry, document()->getUserId()));
+    // Never a plain move: another program would have us delete what it took.
+    drag->exec(Qt::CopyAction, Qt::CopyAction);
+    app->setDraggedEntry(0);
+    app->setEditLock(false);
+}
+
+bool VelView::mayDrop(const QDropEvent *event) const
+{
+    const VelApp *app = VelApp::getApp(this);
+    // The window's own drag holds the lock itself.
+    const bool isOpen = app->getDraggedEntry() != 0 ? document()->isWritable() : app->mayEdit();
+    return isOpen && VelDrag::canDecode(event->mimeData());
+}
+
+std::unique_ptr<VelEntry> VelView::draggedEntry(const QMimeData *mimeData) const
+{
+    if (const VelEntry *own = document()->getEntry(VelApp::getApp(this)->getDraggedEntry()))
+        return std::make_unique<VelEntry>(*own);
+    // Files are read when they are dropped: that may mean to fetch them.
+    return mimeData->hasUrls() ? nullptr : VelDrag::decode(mimeData);
+}
+
+void VelView::dropEntry(QDropEvent *event, const std::function<VelDateTime(const VelEntry &)> &startFor)
+{
+    event->setAccepted(mayDrop(event));
+    if (!event->isAccepted())
+        return;
+    if (const VelEntry *own = document()->getEntry(VelApp::getApp(this)->getDraggedEntry())) {
+        VelDrop::move(*document(), own->localid, startFor(*own));
+        return;
+    }
+    auto entries =
+        std::make_shared<std::vector<std::unique_ptr<VelEntry>>>(VelDrag::decodeAll(event->mimeData()));
+    if (entries->empty()) {
+        event->ignore();
+        return;
+    }
+    QTimer::singleShot(0, this, [this, entries, start = startFor(*entries->front())] {
+        if (!VelApp::getApp(this)->mayEdit())
+            return;
+        const VelDrop::Result result =
+            VelDrop::takeIn(*document(), VelApp::getApp(this)->messages(), std::move(*entries), start);
+        if (result.entry && result.hasKeptDates)
+            setDate(result.entry->getStart().date());
+    });
+}
+
+void VelView::offerNewEntry(const QRect &place)
+{
+    const VelDateTime start = getSelectionStart();
+    const VelDateTime end = getSelectionEnd();
+    if (!start.isValid() || !VelApp::getApp(this)->mayEdit())
+        return;
+    auto *line = new VelQuickEntry(this, place, start, end);
+    connect(line, &VelQuickEntry::entered, this,
+            [this, start, end](const QString &title) { addNewEntry(title, start, end); });
+}
+
+void VelView::addNewEntry(const QString &title, const VelDateTime &start, const VelDateTime &end)
+{
+    if (!VelApp::getApp(this)->mayEdit())
+        return;
+    std::unique_ptr<VelEntry> entry = document()->newEntry(VelEntry::Event, start, end);
+    entry->access = VelEntry::Public;
+    entry->display = VelEntry::Busy;
+    entry->setTitle(title);
+    const VelEntry *added = document()->addEntry(std::move(entry));
+    setSelectedEntry(added, false);
+    document()->slotUpdateAllViews(nullptr);
 }

@@ -9,6 +9,11 @@
 #include <QDate>
 #include <QWidget>
 
+#include <functional>
+#include <memory>
+
+class QDropEvent;
+class QMimeData;
 class VelDoc;
 class VelEntry;
 class WPopupMenu;
@@ -68,6 +73,26 @@ protected:
     /** True when the user may change that entry now. */
     [[nodiscard]] bool mayChange(const VelEntry *entry) const;
 
+    /** True when the mouse may take that entry elsewhere: it is the user's to change and does not repeat. */
+    [[nodiscard]] bool mayMove(const VelEntry *entry) const;
+    /** Lets the user drag a stored entry to another day, view, window or program; returns when that is over. */
+    void dragEntry(const VelEntry *entry);
+    /** True when what is dragged here may be dropped. */
+    [[nodiscard]] bool mayDrop(const QDropEvent *event) const;
+    /** What is being dragged, as far as a preview needs it, or null when only the drop will tell. */
+    [[nodiscard]] std::unique_ptr<VelEntry> draggedEntry(const QMimeData *mimeData) const;
+    /**
+     * Moves what is dropped, or takes it in, to where @p startFor says that it starts, and accepts the event. Questions
+     * are asked when the event has been dealt with, so that the program the drag came from need not wait.
+     */
+    void dropEntry(QDropEvent *event, const std::function<VelDateTime(const VelEntry &)> &startFor);
+
+    /**
+     * Offers to enter the title of a new event from getSelectionStart() to getSelectionEnd(), in a line over
+     * @p place (in this widget's coordinates).
+     */
+    void offerNewEntry(const QRect &place);
+
 private:
     /** Names an entry or an occurrence; unlike a pointer it stays true when the document changes. */
     struct Selection {
@@ -79,6 +104,7 @@ private:
     [[nodiscard]] static Selection selectionOf(const VelEntry *entry);
     [[nodiscard]] bool mayRemoveSelected(const QString &question, const QString &yes) const;
     void delInternal();
+    void addNewEntry(const QString &title, const VelDateTime &start, const VelDateTime &end);
 
     Selection m_selected;
     WPopupMenu *m_entryPopup = nullptr;
