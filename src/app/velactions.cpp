@@ -111,8 +111,8 @@ void VelActions::makeFileActions()
               i18n("Archive old calendar entries")));
     withStatus(KStandardAction::close(m_window, &VelMainWindow::slotFileClose, m_collection),
                i18n("Closes the actual calendar"));
-    later(withStatus(KStandardAction::print(nullptr, nullptr, m_collection),
-                     i18n("Prints out the current calendar view")));
+    withStatus(KStandardAction::print(m_window, &VelMainWindow::slotFilePrint, m_collection),
+               i18n("Prints out the current calendar view"));
     quit = withStatus(KStandardAction::quit(m_window, &VelMainWindow::slotFileQuit, m_collection),
                       i18n("Quits the application"));
 }

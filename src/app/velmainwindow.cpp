@@ -7,6 +7,7 @@
 #include "app/velfilechooser.h"
 #include "app/velfilecommands.h"
 #include "app/velonlinewidget.h"
+#include "app/velprintdialogs.h"
 #include "app/veltray.h"
 #include "document/veldoc.h"
 #include "hub/velmessageboxes.h"
@@ -38,6 +39,7 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
     , m_files(std::move(surroundings.files))
     , m_now(surroundings.now ? std::move(surroundings.now)
                              : [] { return VelDateTime::fromQDateTime(QDateTime::currentDateTime()); })
+    , m_print(std::move(surroundings.print))
 {
     setObjectName(QStringLiteral("VelMainWindow#"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -45,6 +47,12 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
         m_messages = std::make_unique<VelMessageBoxes>(this);
     if (!m_files)
         m_files = std::make_unique<VelFileDialogs>(this);
+    if (!m_print) {
+        const VelPrintDialogs::Context context{this, *m_messages, *m_files, m_now};
+        m_print = [dialogs = std::make_shared<VelPrintDialogs>(context)](VelPrintout &printout) {
+            dialogs->printOut(printout);
+        };
+    }
     m_autoSaveTimer.setSingleShot(true);
     connect(&m_autoSaveTimer, &QTimer::timeout, this, &VelMainWindow::slotAutoSave);
 

@@ -25,6 +25,7 @@ struct VelSurroundings {
     std::unique_ptr<VelMessages> messages;
     std::unique_ptr<VelFileChooser> files;
     std::function<VelDateTime()> now;
+    std::function<void(VelPrintout &)> print = {}; ///< takes what is to be printed, in place of the dialogs
 };
 
 /** The main window: one calendar, its views, and every command. Deletes itself when it is closed. */
@@ -71,6 +72,7 @@ public Q_SLOTS:
     void slotFileImport();
     void slotFileExport();
     void slotFileClose();
+    void slotFilePrint();
     void slotFileQuit();
     void slotEditCut();
     void slotEditCopy();
@@ -110,6 +112,7 @@ private:
     std::unique_ptr<VelMessages> m_messages;
     std::unique_ptr<VelFileChooser> m_files;
     std::function<VelDateTime()> m_now;
+    std::function<void(VelPrintout &)> m_print;
     VelDoc *m_doc = nullptr;
     VelMainView *m_view = nullptr;
     QLabel *m_statusText = nullptr;

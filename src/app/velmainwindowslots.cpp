@@ -8,6 +8,7 @@
 #include "document/veldoc.h"
 #include "document/veldrag.h"
 #include "document/velmessages.h"
+#include "hub/velprintout.h"
 #include "views/velmainview.h"
 
 #include <KEditToolBar>
@@ -65,6 +66,14 @@ void VelMainWindow::slotFileExport()
 void VelMainWindow::slotFileClose()
 {
     close();
+}
+
+void VelMainWindow::slotFilePrint()
+{
+    slotStatusMsg(i18n("Printing..."));
+    const std::unique_ptr<VelPrintout> printout = m_view->getCurrentView()->makePrintout();
+    printOut(*printout);
+    slotStatusMsg(i18n("Ready."));
 }
 
 void VelMainWindow::slotFileQuit()
@@ -191,6 +200,7 @@ void VelMainWindow::readProperties(const KConfigGroup &group)
         QFile::remove(recovery);
 }
 
-void VelMainWindow::printOut(VelPrintout &)
+void VelMainWindow::printOut(VelPrintout &printout)
 {
+    m_print(printout);
 }

@@ -8,6 +8,7 @@
 #include "document/velpaste.h"
 #include "hub/velapp.h"
 #include "model/veltext.h"
+#include "views/vellistprintout.h"
 #include "views/vellistviewwidget.h"
 #include "widgets/wtable.h"
 
@@ -251,12 +252,14 @@ QMenu *VelListView::taskMenu()
     const auto addItem = [this](const char *icon, const QString &text) {
         return m_menu->addAction(VelApp::getIcon(QLatin1String(icon)), text);
     };
-    // The editor and printing are not part of the program yet.
+    // The editor is not part of the program yet.
     addItem("edit", i18n("Edit Task"))->setEnabled(false);
     m_deleteAction = addItem("editdelete", i18n("Delete Task"));
     connect(m_deleteAction, &QAction::triggered, this, &VelListView::slotDelete);
-    addItem("fileprint", i18n("Print Task"))->setEnabled(false);
-    addItem("fileprint", i18n("Print To-Do List"))->setEnabled(false);
+    m_printAction = addItem("fileprint", i18n("Print Task"));
+    connect(m_printAction, &QAction::triggered, this, [this] { printEntry(menuEntry()); });
+    connect(addItem("fileprint", i18n("Print To-Do List")), &QAction::triggered, this,
+            &VelListView::slotPrint);
     m_menu->addSeparator();
     for (const char *name : {"new_todo", "purge_todo"})
         m_menu->addAction(app->getAction(QLatin1String(name)));
@@ -268,14 +271,60 @@ void VelListView::slotPopup(int row, const QPoint &globalPos)
     QMenu *menu = taskMenu();
     // By its key: the rows may be others by the time an item is chosen.
     m_menuKey = row >= 0 ? m_table->keyOfRow(row) : nullptr;
-    m_deleteAction->setEnabled(m_menuKey && mayChange(entryOf(*document(), m_menuKey)));
+    m_deleteAction->setEnabled(mayChange(menuEntry()));
+    m_printAction->setEnabled(menuEntry() != nullptr);
     menu->popup(globalPos);
+}
+
+const VelEntry *VelListView::menuEntry() const
+{
+    return m_menuKey ? entryOf(*document(), m_menuKey) : nullptr;
+}
+
+QString VelListView::cellText(int row, int column) const
+{
+    const WTableItem *cell = m_table->item(row, column);
+    const auto *box = cell ? std::get_if<WCheckTableItem>(cell) : nullptr;
+    if (box)
+        return box->checked ? i18nc("in a printed list, of a task that is done", "Yes") : QString();
+    const bool hasPriority =
+        !(m_kind == Kind::Tasks && column == PriorityColumn && cell && *std::get_if<int>(cell) == 0);
+    return cell && hasPriority ? m_table->tableModel()->text(*cell).simplified() : QString();
+}
+
+std::unique_ptr<VelPrintout> VelListView::makePrintout() const
+{
+    const QList<int> shown = m_table->shownColumns();
+    const QStringList headers = m_table->tableModel()->headers();
+    std::vector<VelListPrintout::Column> printed;
+    for (const int column : shown)
+        printed.push_back({headers.at(column), Qt::AlignLeft, column == TitleColumn});
+    // A copy: the table may be filled anew while the user still looks at the pages.
+    std::vector<QStringList> rows(std::size_t(m_table->rowCount()));
+    for (int row = 0; row < m_table->rowCount(); ++row) {
+        for (const int column : shown)
+            rows[std::size_t(row)].append(cellText(row, column));
+    }
+    const int count = int(rows.size());
+    const QString title = m_kind == Kind::Tasks
+        ? i18n("To-Do List")
+        : i18nc("title of a printed list: from a date to a date", "Calendar entries %1 – %2",
+                VelText::getDay(m_filterBar->getStart()), VelText::getDay(m_filterBar->getEnd()));
+    return std::make_unique<VelListPrintout>(
+        title, std::move(printed), count,
+        [rows = std::move(rows)](int row) { return rows[std::size_t(row)]; });
+}
+
+void VelListView::slotPrint()
+{
+    const std::unique_ptr<VelPrintout> printout = makePrintout();
+    VelApp::getApp(this)->printOut(*printout);
 }
 
 /** At once and for good, without a question and without a notice to the server: that is the menu's own way. */
 void VelListView::slotDelete()
 {
-    const VelEntry *entry = m_menuKey ? entryOf(*document(), m_menuKey) : nullptr;
+    const VelEntry *entry = menuEntry();
     if (!mayChange(entry))
         return;
     if (isSelectedEntry(entry))

@@ -59,6 +59,8 @@ public:
     void updateView() override;
     /** Nothing: a row looks the same whether its entry is selected or not. */
     void updateAllEntries(const VelEntry *) override { }
+    /** The table as it is shown: its columns in their order, its rows as they are sorted. */
+    [[nodiscard]] std::unique_ptr<VelPrintout> makePrintout() const override;
 
     /** The entry or occurrence in that row, or null. */
     [[nodiscard]] const VelEntry *getEntry(int row) const;
@@ -80,6 +82,9 @@ private:
     void slotValueChanged(int row, int column);
     void slotPopup(int row, const QPoint &globalPos);
     void slotDelete();
+    void slotPrint();
+    [[nodiscard]] QString cellText(int row, int column) const;
+    [[nodiscard]] const VelEntry *menuEntry() const;
     [[nodiscard]] bool mayDrop(const QDropEvent *event) const;
     QMenu *taskMenu();
 
@@ -88,6 +93,7 @@ private:
     VelListViewWidget *m_filterBar = nullptr;
     QMenu *m_menu = nullptr;
     QAction *m_deleteAction = nullptr;
+    QAction *m_printAction = nullptr;
     const void *m_menuKey = nullptr; // of the row that the menu was opened on
     bool m_isFilling = false; // the current row changes, but not by the user's hand
 };

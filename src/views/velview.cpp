@@ -8,7 +8,10 @@
 #include "document/velmessages.h"
 #include "document/velpaste.h"
 #include "hub/velapp.h"
+#include "hub/velprintout.h"
 #include "views/veldrop.h"
+#include "views/velentryprintout.h"
+#include "views/velprintpages.h"
 #include "views/velquickentry.h"
 #include "widgets/wpopupmenu.h"
 
@@ -155,6 +158,26 @@ void VelView::paste()
     document()->slotUpdateAllViews(nullptr);
 }
 
+void VelView::print(QPainter &painter, QPrinter &printer) const
+{
+    const std::unique_ptr<VelPrintout> printout = makePrintout();
+    VelPrintPages(*printout, VelApp::getApp(this)->now()).print(painter, printer);
+}
+
+void VelView::printEntry(const VelEntry *entry) const
+{
+    if (!entry)
+        return;
+    VelApp *app = VelApp::getApp(this);
+    VelEntryPrintout printout(*entry, app->getAccountName(entry->user));
+    app->printOut(printout);
+}
+
+void VelView::slotPrintEntry()
+{
+    printEntry(getSelectedEntry());
+}
+
 WPopupMenu *VelView::getEntryPopup()
 {
     if (m_entryPopup)
@@ -169,9 +192,8 @@ WPopupMenu *VelView::getEntryPopup()
     m_entryPopup->insertAction(app->getAction(QStringLiteral("edit_cut")), this, &VelView::cut);
     m_entryPopup->insertAction(app->getAction(QStringLiteral("edit_copy")), this, &VelView::copy);
     m_entryPopup->addSeparator();
-    // Printing is not part of the program yet.
-    m_entryPopup->addAction(VelApp::getIcon(QStringLiteral("fileprint")), i18n("Print Event"))
-        ->setEnabled(false);
+    m_entryPopup->addAction(VelApp::getIcon(QStringLiteral("fileprint")), i18n("Print Event"), this,
+                            &VelView::slotPrintEntry);
     return m_entryPopup;
 }
 

@@ -14,8 +14,13 @@
 
 class QDropEvent;
 class QMimeData;
+#include <memory>
+
+class QPainter;
+class QPrinter;
 class VelDoc;
 class VelEntry;
+class VelPrintout;
 class WPopupMenu;
 
 /**
@@ -41,6 +46,10 @@ public:
     virtual WPopupMenu *getEntryPopup();
     /** Shows the given entry anew wherever this view shows it. */
     virtual void updateAllEntries(const VelEntry *entry) = 0;
+    /** What the view shows, on paper. It may go on after the view has changed, but not after the document. */
+    [[nodiscard]] virtual std::unique_ptr<VelPrintout> makePrintout() const = 0;
+    /** Prints what the view shows. */
+    void print(QPainter &painter, QPrinter &printer) const;
 
     /** The menu for an empty place, made when first asked for and kept. */
     WPopupMenu *getPopup();
@@ -64,6 +73,8 @@ public Q_SLOTS:
     void del();
     /** Puts the entry of the clipboard into the calendar, onto the selected range of time if there is one. */
     void paste();
+    /** Lets the user print all that is known of the selected entry. */
+    void slotPrintEntry();
 
 Q_SIGNALS:
     void setDateInternal(QDate date);
@@ -72,6 +83,8 @@ protected:
     [[nodiscard]] VelDoc *document() const;
     /** True when the user may change that entry now. */
     [[nodiscard]] bool mayChange(const VelEntry *entry) const;
+    /** Lets the user print that entry; does nothing for null. */
+    void printEntry(const VelEntry *entry) const;
 
     /** True when the mouse may take that entry elsewhere: it is the user's to change and does not repeat. */
     [[nodiscard]] bool mayMove(const VelEntry *entry) const;

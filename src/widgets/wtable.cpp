@@ -345,6 +345,18 @@ int WTable::getOrigColumn(int display) const
     return m_header->logicalIndex(display);
 }
 
+QList<int> WTable::shownColumns() const
+{
+    QList<int> shown;
+    for (int display = 0; display < columns(); ++display) {
+        const int column = getOrigColumn(display);
+        if (isColumn(column) && m_colActives.at(column)) {
+            shown.append(column);
+        }
+    }
+    return shown;
+}
+
 int WTable::getDispColumn(int column) const
 {
     return m_header->visualIndex(column);

@@ -84,6 +84,8 @@ public:
     [[nodiscard]] int getOrigColumn(int display) const;
     /** The place on the screen of a logical column, counting the hidden ones; -1 when there is none. */
     [[nodiscard]] int getDispColumn(int column) const;
+    /** The logical columns that are shown, as they stand on the screen. */
+    [[nodiscard]] QList<int> shownColumns() const;
     /** Whether the widths are the user's own; the owner then does not fit them any more. */
     [[nodiscard]] bool userWidths() const { return m_userWidths; }
     /** The menu of the header; nullptr before setColumns. */

@@ -4,7 +4,10 @@
 #include "app/velmainwindow.h"
 #include "app/velaboutdata.h"
 #include "app/velfilechooser.h"
+#include "app/velprintdialogs.h"
+#include "app/velprintpreview.h"
 #include "app/velrecovery.h"
+#include "hub/velprintout.h"
 #include "support/fakemessages.h"
 #include "support/testcalendar.h"
 #include "views/vellistview.h"
@@ -21,10 +24,13 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
+#include <QPainter>
 #include <QPointer>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 using namespace TestCalendar;
 using Answer = VelMessages::Answer;
@@ -55,6 +61,15 @@ public:
     using VelMainWindow::VelMainWindow;
 };
 
+/** One page with a word on it. */
+class OnePage : public VelPrintout
+{
+public:
+    [[nodiscard]] QString title() const override { return QStringLiteral("Word"); }
+    int layOut(const QSizeF &, const QPaintDevice *) override { return 1; }
+    void paintPage(QPainter &painter, int) const override { painter.drawText(9, 99, title()); }
+};
+
 /** A window and the world around it. */
 class Session
 {
@@ -66,7 +81,8 @@ public:
         messages = ownMessages.get();
         files = ownFiles.get();
         window = new Window(
-            VelSurroundings{std::move(ownMessages), std::move(ownFiles), [] { return at(testDay(), 10); }});
+            VelSurroundings{std::move(ownMessages), std::move(ownFiles), [] { return at(testDay(), 10); },
+                            [this](VelPrintout &printout) { printed.append(printout.title()); }});
         window->show();
     }
     ~Session() { delete window; }
@@ -85,6 +101,7 @@ public:
 
     FakeMessages *messages;
     FakeFiles *files;
+    QStringList printed;
     QPointer<Window> window;
 };
 } // namespace
@@ -113,6 +130,9 @@ private Q_SLOTS:
     void sessionShouldBringBackUnsavedChanges_data();
     void sessionShouldBringBackUnsavedChanges();
     void quitShouldTakeItsDataOffTheClipboard();
+    void printShouldHandOverTheViewThatIsShown();
+    void previewShouldSaveAsPdf_data();
+    void previewShouldSaveAsPdf();
 
 private:
     QString copyOfExample(const QString &name) const;
@@ -485,6 +505,55 @@ void VelMainWindowTest::quitShouldTakeItsDataOffTheClipboard()
     session.trigger("file_quit");
     QVERIFY(QGuiApplication::clipboard()->text().isEmpty());
     QVERIFY(!session.window || !session.window->isVisible());
+}
+
+void VelMainWindowTest::printShouldHandOverTheViewThatIsShown()
+{
+    Session session;
+    session.trigger("file_print");
+    QCOMPARE(session.printed, QStringList(QStringLiteral("Calendar entries 16 Nov 2026 – 16 Dec 2026")));
+    QVERIFY(session.window->statusBar()->findChild<QLabel *>()->text() == QLatin1String("Ready."));
+}
+
+void VelMainWindowTest::previewShouldSaveAsPdf_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("exists");
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("isWritten");
+    QTest::newRow("new, without suffix") << "fresh" << false << int(Answer::No) << true;
+    QTest::newRow("overwritten") << "old.pdf" << true << int(Answer::Yes) << true;
+    QTest::newRow("kept") << "kept.pdf" << true << int(Answer::No) << false;
+    QTest::newRow("cannot be written") << "missing/folder.pdf" << false << int(Answer::No) << false;
+}
+
+void VelMainWindowTest::previewShouldSaveAsPdf()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, exists);
+    QFETCH(int, answer);
+    QFETCH(bool, isWritten);
+    Session session;
+    const QString path = m_folder.filePath(name);
+    const QByteArray before("something else");
+    if (exists)
+        QVERIFY(writeBytes(path, before));
+    session.choose(path);
+    session.messages->orderAnswer(static_cast<Answer>(answer));
+    VelPrintDialogs dialogs(
+        {session.window, *session.messages, *session.files, [] { return at(testDay(), 10); }});
+    OnePage page;
+    QTimer::singleShot(0, session.window, [&session] {
+        auto *preview = session.window->findChild<VelPrintPreview *>();
+        preview->findChild<QPushButton *>(QStringLiteral("pdf"))->click();
+        preview->reject();
+    });
+    dialogs.printOut(page);
+    const QByteArray bytes =
+        fileBytes(name.endsWith(QLatin1String(".pdf")) ? path : path + QLatin1String(".pdf"));
+    QCOMPARE(bytes.startsWith("%PDF"), isWritten);
+    QCOMPARE(bytes == before, exists && !isWritten);
+    QCOMPARE(session.messages->count(), isWritten && !exists ? 0 : 1);
 }
 
 QTEST_MAIN(VelMainWindowTest)

@@ -6,6 +6,7 @@
 #include "document/veldoc.h"
 #include "hub/velapp.h"
 #include "hub/vellook.h"
+#include "hub/velprintout.h"
 #include "model/velsettings.h"
 #include "support/fakemessages.h"
 
@@ -36,7 +37,11 @@ public:
     void setEditLock(bool locked) override { isLocked = locked; }
     [[nodiscard]] bool mayEdit() const override { return !isLocked && doc.isWritable(); }
     [[nodiscard]] VelDateTime now() const override { return fakeNow; }
-    void printOut(VelPrintout &) override { ++printCount; }
+    void printOut(VelPrintout &printout) override
+    {
+        printedTitle = printout.title();
+        ++printCount;
+    }
     void slotClipboardChanged() override { ++clipboardCount; }
     void slotStatusMsg(const QString &) override { }
 
@@ -47,6 +52,7 @@ public:
     const VelEntry *cutCopyEntry = nullptr;
     VelDateTime fakeNow;
     int printCount = 0;
+    QString printedTitle;
     int clipboardCount = 0;
     bool isLocked = false;
 };

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "model/veldatetime.h"
+#include "views/velpaper.h"
+
+#include <functional>
+
+class QPrinter;
+class VelPrintout;
+
+/** The pages of a printout with what stands around it: the title at the head, date and page number at the foot. */
+class VelPrintPages
+{
+public:
+    /** Told how many of all pages are done; false puts an end to it. */
+    using Progress = std::function<bool(int done, int total)>;
+
+    /** Keeps a reference to @p printout. @p printed is when it is printed. */
+    VelPrintPages(VelPrintout &printout, const VelDateTime &printed);
+
+    /** Lays the printout out for pages of @p size, in dots of @p device. Returns their number, at least 1. */
+    int layOut(const QSizeF &size, const QPaintDevice *device);
+    [[nodiscard]] int pageCount() const { return m_count; }
+    /** Where on the page the printout itself stands. */
+    [[nodiscard]] QRectF room() const { return m_room; }
+
+    /** Paints page @p page (from 0) with its corner at @p topLeft. */
+    void paint(QPainter &painter, int page, const QPointF &topLeft = {}) const;
+
+    /**
+     * Lays out for the printer's paper and prints the pages that its range and order ask for. False when it was
+     * put to an end or the printer failed: the pages until then are printed.
+     */
+    bool print(QPainter &painter, QPrinter &printer, const Progress &progress = {});
+
+private:
+    void paintHead(QPainter &painter) const;
+    void paintFoot(QPainter &painter, int page) const;
+
+    VelPrintout &m_printout;
+    QString m_printed;
+    VelPaper m_paper;
+    QSizeF m_size;
+    QRectF m_room;
+    int m_count = 1;
+};
