@@ -146,10 +146,14 @@ void VelActions::makeViewActions()
         m_collection->setDefaultShortcut(action, key);
         return action;
     };
-    later(addView("view_1_day", i18n("View &1 Day"), "view1", Qt::Key_1, i18n("View 1 calendar day")));
-    later(addView("view_5_day", i18n("View &5 Days"), "view5", Qt::Key_5, i18n("View 5 calendar days")));
-    later(addView("view_7_day", i18n("View &7 Days"), "view7", Qt::Key_7, i18n("View 7 calendar days")));
-    later(addView("view_month", i18n("View &Month"), "viewmonth", Qt::Key_M, i18n("View calendar month")));
+    connect(addView("view_1_day", i18n("View &1 Day"), "view1", Qt::Key_1, i18n("View 1 calendar day")),
+            &VelMainWindow::slotView1Day);
+    connect(addView("view_5_day", i18n("View &5 Days"), "view5", Qt::Key_5, i18n("View 5 calendar days")),
+            &VelMainWindow::slotView5Day);
+    connect(addView("view_7_day", i18n("View &7 Days"), "view7", Qt::Key_7, i18n("View 7 calendar days")),
+            &VelMainWindow::slotView7Day);
+    connect(addView("view_month", i18n("View &Month"), "viewmonth", Qt::Key_M, i18n("View calendar month")),
+            &VelMainWindow::slotViewMonth);
     connect(addView("view_list", i18n("View &List"), "viewlist", Qt::Key_L,
                     i18n("View list of calendar entries")),
             &VelMainWindow::slotViewList);
@@ -163,7 +167,9 @@ void VelActions::makeEntryActions()
         m_collection->setDefaultShortcut(action, key);
         return action;
     };
-    later(addEntry("new_entry", i18n("&New Event"), "newappointment", Qt::Key_N, i18n("Create a new event")));
+    newEntry =
+        addEntry("new_entry", i18n("&New Event"), "newappointment", Qt::Key_N, i18n("Create a new event"));
+    connect(newEntry, &VelMainWindow::slotNewEntry);
     later(
         addEntry("new_todo", i18n("New &To-Do Task"), "newtodo", Qt::Key_T, i18n("Create a new to-do task")));
     later(addEntry("edit_entry", i18n("&Edit Event"), "edit", Qt::Key_E, i18n("Edit the selected event")));

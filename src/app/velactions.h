@@ -32,6 +32,7 @@ public:
     QAction *paste = nullptr;
     QAction *del = nullptr;
     QAction *purge = nullptr;
+    QAction *newEntry = nullptr;
 
 private:
     void makeFileActions();

@@ -188,6 +188,7 @@ void VelMainWindow::updateEditActions()
     setCutCopy(view->getSelectedEntry(), view->hasSelectedEntry());
     m_actions->purge->setEnabled(mayEdit());
     m_actions->import->setEnabled(mayEdit());
+    m_actions->newEntry->setEnabled(mayEdit());
     slotClipboardChanged();
 }
 

@@ -81,7 +81,12 @@ public Q_SLOTS:
     void slotGoToday();
     void slotViewToolBar();
     void slotViewStatusBar();
+    void slotView1Day();
+    void slotView5Day();
+    void slotView7Day();
+    void slotViewMonth();
     void slotViewList();
+    void slotNewEntry();
     void slotPurgeCompleted();
     void slotAccels();
     void slotToolbar();

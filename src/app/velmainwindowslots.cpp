@@ -124,6 +124,31 @@ void VelMainWindow::slotViewStatusBar()
     statusBar()->setVisible(m_actions->showStatusBar->isChecked());
 }
 
+void VelMainWindow::slotView1Day()
+{
+    m_view->setMainView(VelMainView::DayView, 1);
+}
+
+void VelMainWindow::slotView5Day()
+{
+    m_view->setMainView(VelMainView::DayView, VelMainView::WorkWeek);
+}
+
+void VelMainWindow::slotView7Day()
+{
+    m_view->setMainView(VelMainView::DayView, 7);
+}
+
+void VelMainWindow::slotViewMonth()
+{
+    m_view->setMainView(VelMainView::MonthView);
+}
+
+void VelMainWindow::slotNewEntry()
+{
+    m_view->getCurrentView()->offerNew();
+}
+
 void VelMainWindow::slotViewList()
 {
     m_view->setMainView(VelMainView::ListView);

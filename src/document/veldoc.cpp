@@ -177,6 +177,13 @@ VelEntryList VelDoc::getEntries(QDate from, int type, bool withRecurrences, QDat
     return list;
 }
 
+bool VelDoc::isTentative(const VelEntry &entry) const
+{
+    if (isOwner(&entry))
+        return entry.isTentative() || entry.display == VelEntry::Free;
+    return entry.getAccountStatus(m_meta.userid) == VelAccount::Tentative;
+}
+
 bool VelDoc::isOwner(const VelEntry *entry) const
 {
     return entry->user == 0 || entry->user == m_meta.userid;

@@ -88,6 +88,8 @@ public:
     /** True when nobody else owns it. */
     [[nodiscard]] bool isOwner(const VelEntry *entry) const;
     [[nodiscard]] bool isOwner(const VelAccount &account) const { return account.id == m_meta.userid; }
+    /** True for what may not take place, or not with the user: it is shown apart from what surely does. */
+    [[nodiscard]] bool isTentative(const VelEntry &entry) const;
     /** The date that the document goes by. */
     [[nodiscard]] QDate today() const { return m_today(); }
     /** True when the local user may change the calendar. */

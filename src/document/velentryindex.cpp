@@ -92,14 +92,15 @@ template <typename Test>
 void VelEntryIndex::findOccurrences(qint32 from, qint32 to, Filter filter, VelEntryList &list,
                                     Test test) const
 {
-    const VelDay fromDay(from);
+    const VelJulianDay fromDay(from);
     for (const Series &series : m_series) {
         if (series.recurrence.entryDay() >= to || series.lastEnd < from
             || (filter.type != 0 && series.type != filter.type))
             continue;
         const VelRecurrence &recurrence = series.recurrence;
         const qint32 span = recurrence.spanDays();
-        quint32 number = span > 0 ? recurrence.firstFrom(VelDay(from - span)) : recurrence.firstFrom(fromDay);
+        quint32 number =
+            span > 0 ? recurrence.firstFrom(VelJulianDay(from - span)) : recurrence.firstFrom(fromDay);
         for (; number <= recurrence.count(); ++number) {
             const qint32 day = recurrence.startDay(number);
             if (day > to)

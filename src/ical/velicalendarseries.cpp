@@ -72,7 +72,7 @@ bool VelICalendarSeries::isIn(const VelRecurrence &recurrence, QDate day)
 {
     if (!day.isValid() || recurrence.isEmpty())
         return false;
-    const VelDay wanted(static_cast<qint32>(day.toJulianDay()));
+    const VelJulianDay wanted(static_cast<qint32>(day.toJulianDay()));
     const quint32 number = recurrence.firstFrom(wanted);
     return number <= recurrence.count() && recurrence.startDay(number) == wanted.number;
 }

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QMetaType>
+#include <QPoint>
 #include <QVariant>
 
 /**
@@ -18,6 +19,12 @@
 using VelSize = qsizetype;
 /** How QMimeData::retrieveData() is told which type is wanted. */
 using VelVariantType = QMetaType;
+/** Where in the widget a drag or drop event is. */
+template <typename DropEvent>
+[[nodiscard]] QPoint velDropPosition(const DropEvent &event)
+{
+    return event.position().toPoint();
+}
 /** Call before the application is made: pictures and sizes follow the screen's scale, as they now do anyway. */
 inline void velFollowScreenScale()
 {
@@ -25,6 +32,12 @@ inline void velFollowScreenScale()
 #else
 using VelSize = int;
 using VelVariantType = QVariant::Type;
+/** Where in the widget a drag or drop event is. */
+template <typename DropEvent>
+[[nodiscard]] QPoint velDropPosition(const DropEvent &event)
+{
+    return event.pos();
+}
 /** Call before the application is made: pictures and sizes follow the screen's scale. */
 inline void velFollowScreenScale()
 {

@@ -146,8 +146,8 @@ void VelRecurrence::setCount(const VelRecurrenceRule &rule, QDate today)
         return;
     }
     const QDate afterAll(LastYear + 1, 1, 1);
-    m_count = std::min(limit,
-                       firstFrom(VelDay(static_cast<qint32>(std::min(horizon, afterAll).toJulianDay()))) - 1);
+    m_count = std::min(
+        limit, firstFrom(VelJulianDay(static_cast<qint32>(std::min(horizon, afterAll).toJulianDay()))) - 1);
 }
 
 qint32 VelRecurrence::startDay(quint32 number) const
@@ -170,7 +170,7 @@ qint32 VelRecurrence::startDay(quint32 number) const
     return m_start;
 }
 
-quint32 VelRecurrence::firstFrom(const VelDay &day) const
+quint32 VelRecurrence::firstFrom(const VelJulianDay &day) const
 {
     qint64 number = 1;
     switch (m_kind) {
@@ -197,7 +197,7 @@ quint32 VelRecurrence::firstFrom(const VelDay &day) const
  * The occurrence in the month or year of @p day, else the one before it; 0 or less when it would precede the
  * first.
  */
-qint64 VelRecurrence::lastNumberUpToPeriodOf(const VelDay &day) const
+qint64 VelRecurrence::lastNumberUpToPeriodOf(const VelJulianDay &day) const
 {
     if (m_kind == Kind::Yearly)
         return floorDiv(static_cast<qint64>(day.year) - m_startYear, m_every);

@@ -8,8 +8,8 @@
 #include <array>
 
 /** A day as queries over many series need it: its number and its parts, taken apart once. */
-struct VelDay {
-    explicit VelDay(qint32 julianDay)
+struct VelJulianDay {
+    explicit VelJulianDay(qint32 julianDay)
         : number(julianDay)
     {
         QDate::fromJulianDay(julianDay).getDate(&year, &month, &day);
@@ -56,7 +56,7 @@ public:
     [[nodiscard]] qint32 startDay(quint32 number) const;
 
     /** The first number whose occurrence starts on @p day or later; count() + 1 when none does. */
-    [[nodiscard]] quint32 firstFrom(const VelDay &day) const;
+    [[nodiscard]] quint32 firstFrom(const VelJulianDay &day) const;
 
     /** Days from the start date to the end date of each occurrence; negative in a faulty entry. */
     [[nodiscard]] int spanDays() const { return m_span; }
@@ -71,7 +71,7 @@ private:
     void setWeekdays(const VelRecurrenceRule &rule, int startWeekday);
     void setYearlyClip();
     void setCount(const VelRecurrenceRule &rule, QDate today);
-    [[nodiscard]] qint64 lastNumberUpToPeriodOf(const VelDay &day) const;
+    [[nodiscard]] qint64 lastNumberUpToPeriodOf(const VelJulianDay &day) const;
     [[nodiscard]] qint64 firstWeeklyFrom(qint32 day) const;
     [[nodiscard]] qint32 weeklyDay(qint64 number) const;
     [[nodiscard]] qint32 monthDay(qint64 number) const;

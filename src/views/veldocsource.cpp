@@ -11,11 +11,11 @@
 VelEntryList VelDocSource::getEntries(QDate day) const
 {
     VelEntryList list = m_doc.getEntries(day, 0, true, QDate());
-    std::erase_if(list, [](const VelEntryRef &ref) { return ref.getOriginal()->isDeleted(); });
-    std::sort(list.begin(), list.end(), [](const VelEntryRef &a, const VelEntryRef &b) {
-        return std::tuple(a.getOriginal()->localid, a.getNumber())
-            < std::tuple(b.getOriginal()->localid, b.getNumber());
-    });
-    list.sort(); // by start; equal starts keep their order
+    std::erase_if(list, [day](const VelEntryRef &ref) { return !isShownOn(ref, day); });
+    const auto key = [](const VelEntryRef &ref) {
+        return std::make_tuple(ref.getStart(), ref.getOriginal()->localid, ref.getNumber());
+    };
+    std::sort(list.begin(), list.end(),
+              [&key](const VelEntryRef &a, const VelEntryRef &b) { return key(a) < key(b); });
     return list;
 }

@@ -7,7 +7,7 @@
 
 class VelDoc;
 
-/** The entries and occurrences of a calendar, in an order that does not depend on chance. */
+/** The entries of a calendar, day by day. */
 class VelDocSource : public VelDaySource
 {
 public:
@@ -17,7 +17,7 @@ public:
     {
     }
 
-    /** By start, then in the order in which they were made. */
+    /** By start, then by id, so that the same calendar is always laid out the same way. */
     [[nodiscard]] VelEntryList getEntries(QDate day) const override;
 
 private:

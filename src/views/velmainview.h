@@ -6,15 +6,23 @@
 #include "views/velview.h"
 
 #include <QList>
+#include <QTimer>
+
+#include <memory>
 
 class KConfig;
 class QSplitter;
+class VelDayPicker;
+class VelDayView;
+class VelDocSource;
 class VelListView;
+class VelMonthView;
+class VelSettings;
 
 /**
- * What fills the window: the big view that the user chose, and beside it the compact to-do list.
+ * What fills the window: the big view that the user chose, and beside it the day picker above the compact to-do list.
  *
- * Only views that are seen are registered with the document. Every change of date goes through setDate().
+ * Only views that are seen are registered with the document. Every change of date goes through the day picker.
  */
 class VelMainView : public QWidget
 {
@@ -32,19 +40,21 @@ public:
                 const QList<int> &splitter2);
     ~VelMainView() override;
 
-    /** True for the views that there are. */
-    [[nodiscard]] bool hasView(int type) const { return viewOf(type) != nullptr; }
     void setMainView(int type);
-    /**
-     * @p size is the number of days of the day view: 1, 5 or 7. A view that is not there gives way to the
-     * list.
-     */
+    /** @p size is the number of days of the day view: 1, 5 or 7. Other numbers stand for the usual ones. */
     void setMainView(int type, int size);
     [[nodiscard]] int viewType() const { return m_viewType; }
     [[nodiscard]] int viewSize() const { return m_viewSize; }
 
-    [[nodiscard]] QDate getDate() const { return m_date; }
+    [[nodiscard]] QDate getDate() const;
     void setDate(QDate date);
+    /**
+     * The working days of the week that @p date lies in: moves it to the first of them and returns how many there are
+     * from there to the last.
+     */
+    static int getWorkWeek(const VelSettings &settings, QDate &date);
+    /** The first day of the week that @p date lies in, in the user's locale. */
+    [[nodiscard]] static QDate weekStart(QDate date);
     void next() { move(1); }
     void prev() { move(-1); }
     /** Moves by whole ranges of the view: days, weeks or months; a list stays. */
@@ -52,25 +62,39 @@ public:
 
     /** The big view that is shown. */
     [[nodiscard]] VelView *getCurrentView() const;
+    [[nodiscard]] VelDayView *dayView() const { return m_dayView; }
+    [[nodiscard]] VelMonthView *monthView() const { return m_monthView; }
+    [[nodiscard]] VelDayPicker *dayPicker() const { return m_dayPicker; }
     [[nodiscard]] VelListView *listView() const { return m_listView; }
     [[nodiscard]] VelListView *smallList() const { return m_smallList; }
 
     [[nodiscard]] QList<int> getSplitter1Sizes() const;
     [[nodiscard]] QList<int> getSplitter2Sizes() const;
     void writeConfig(KConfig *config) const;
+    /** Takes the colours and fonts of the preferences. */
+    void updateColors();
+
+protected:
+    bool event(QEvent *event) override;
 
 private:
     [[nodiscard]] VelView *viewOf(int type) const;
+    void connectViews();
     void buildSplitters(const QList<int> &splitter1, const QList<int> &splitter2);
     void slotDateChanged(QDate date);
     void showOnly(int type);
+    void tick();
 
+    std::unique_ptr<VelDocSource> m_source;
     QSplitter *m_splitter1;
     QSplitter *m_splitter2;
+    VelDayView *m_dayView;
+    VelMonthView *m_monthView;
     VelListView *m_listView;
+    VelDayPicker *m_dayPicker;
     VelListView *m_smallList;
-    QDate m_date;
+    QTimer m_minuteTimer;
+    QDate m_today;
     int m_viewType = NoView;
-    int m_wantedType = DayView; // what was asked for, also while that view is not there
     int m_viewSize = WorkWeek;
 };

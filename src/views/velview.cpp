@@ -59,6 +59,11 @@ bool VelView::isSelectedEntry(const VelEntry *entry) const
     return entry && hasSelectedEntry() && selectionOf(entry) == m_selected;
 }
 
+bool VelView::isSelectedEntry(const VelEntryRef &entry) const
+{
+    return hasSelectedEntry() && Selection{entry.getOriginal()->localid, entry.getNumber()} == m_selected;
+}
+
 const VelEntry *VelView::getSelectedEntry() const
 {
     const VelEntry *entry = hasSelectedEntry() ? document()->getEntry(m_selected.localid) : nullptr;
@@ -264,10 +269,22 @@ void VelView::dropEntry(QDropEvent *event, const std::function<VelDateTime(const
     });
 }
 
+/** From the next full hour, at the top: what a view without a selected range has to offer. */
+void VelView::offerNew()
+{
+    constexpr int hour = 3600; // seconds
+    const VelDateTime now = VelApp::getApp(this)->now();
+    const VelDateTime start = now.withTime(QTime(now.time().hour(), 0)).addSecs(hour);
+    offerNewEntry(QRect(width() / 4, 0, width() / 2, 0), start, start.addSecs(hour));
+}
+
 void VelView::offerNewEntry(const QRect &place)
 {
-    const VelDateTime start = getSelectionStart();
-    const VelDateTime end = getSelectionEnd();
+    offerNewEntry(place, getSelectionStart(), getSelectionEnd());
+}
+
+void VelView::offerNewEntry(const QRect &place, const VelDateTime &start, const VelDateTime &end)
+{
     if (!start.isValid() || !VelApp::getApp(this)->mayEdit())
         return;
     auto *line = new VelQuickEntry(this, place, start, end);

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "document/veldocview.h"
-#include "model/veldatetime.h"
+#include "model/velentrylist.h"
 
 #include <QDate>
 #include <QWidget>
@@ -14,8 +14,6 @@
 
 class QDropEvent;
 class QMimeData;
-#include <memory>
-
 class QPainter;
 class QPrinter;
 class VelDoc;
@@ -59,6 +57,7 @@ public:
 
     [[nodiscard]] bool hasSelectedEntry() const { return m_selected.localid != 0; }
     [[nodiscard]] bool isSelectedEntry(const VelEntry *entry) const;
+    [[nodiscard]] bool isSelectedEntry(const VelEntryRef &entry) const;
     /** The entry or occurrence that is selected, or null; also when it has gone meanwhile. */
     [[nodiscard]] const VelEntry *getSelectedEntry() const;
     /** Selects an entry instead of a range of time; @p update shows it and the one before anew. */
@@ -71,6 +70,8 @@ public Q_SLOTS:
     void cut();
     void copy();
     void del();
+    /** Offers to enter a new event: into the selected range of time, or at a time that suits the view. */
+    virtual void offerNew();
     /** Puts the entry of the clipboard into the calendar, onto the selected range of time if there is one. */
     void paste();
     /** Lets the user print all that is known of the selected entry. */
@@ -105,6 +106,7 @@ protected:
      * @p place (in this widget's coordinates).
      */
     void offerNewEntry(const QRect &place);
+    void offerNewEntry(const QRect &place, const VelDateTime &start, const VelDateTime &end);
 
 private:
     /** Names an entry or an occurrence; unlike a pointer it stays true when the document changes. */

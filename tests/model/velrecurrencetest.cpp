@@ -72,7 +72,7 @@ std::size_t firstWrong(const VelRecurrence &actual, const std::vector<qint64> &e
         const qint64 before = i > 0 ? expected[i - 1] : expected[i] - 400;
         bool isRight = actual.startDay(number) == expected[i];
         for (const qint64 day : {before + 1, (before + expected[i] + 2) / 2, expected[i]})
-            isRight = isRight && actual.firstFrom(VelDay(static_cast<qint32>(day))) == number;
+            isRight = isRight && actual.firstFrom(VelJulianDay(static_cast<qint32>(day))) == number;
         if (!isRight)
             return i + 1;
     }
@@ -185,15 +185,15 @@ private Q_SLOTS:
         QFETCH(QDate, start);
         const VelRecurrence recurrence(rule, start, 0, QDate(2025, 1, 2));
         QTEST(allDates(recurrence), "dates");
-        QCOMPARE(recurrence.firstFrom(VelDay(AfterAll)), recurrence.count() + 1);
-        QCOMPARE(recurrence.firstFrom(VelDay(0)), 1U);
+        QCOMPARE(recurrence.firstFrom(VelJulianDay(AfterAll)), recurrence.count() + 1);
+        QCOMPARE(recurrence.firstFrom(VelJulianDay(0)), 1U);
     }
 
     void shouldStopAtTheGreatestNumber()
     {
         const VelRecurrence recurrence({Daily, 1, {}, 0, Last, 0}, QDate(1, 1, 1), 0, QDate());
         QCOMPARE(recurrence.count(), 999999U);
-        QCOMPARE(recurrence.firstFrom(VelDay(AfterAll)), 1000000U);
+        QCOMPARE(recurrence.firstFrom(VelJulianDay(AfterAll)), 1000000U);
     }
 };
 

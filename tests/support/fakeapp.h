@@ -25,7 +25,7 @@ public:
         , fakeNow(today, QTime(10, 0))
     {
         for (const char *name : {"edit_entry", "view_entry", "edit_delete", "edit_cut", "edit_copy",
-                                 "edit_paste", "new_entry", "new_todo", "purge_todo"})
+                                 "edit_paste", "go_today", "new_entry", "new_todo", "purge_todo"})
             actionCollection()->addAction(QLatin1String(name))->setText(QLatin1String(name));
     }
 

@@ -4,8 +4,12 @@
 #include "views/velmainview.h"
 #include "support/fakeapp.h"
 #include "support/testcalendar.h"
+#include "views/veldaypicker.h"
+#include "views/veldaypickeritem.h"
+#include "views/veldayview.h"
 #include "views/vellistview.h"
 #include "views/vellistviewwidget.h"
+#include "views/velmonthview.h"
 #include "views/velweekdaywidget.h"
 
 #include <KConfig>
@@ -20,8 +24,12 @@ class VelMainViewTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void shouldFallBackToAViewThatIsThere_data();
-    void shouldFallBackToAViewThatIsThere();
+    void shouldBeginWithTheViewThatWasLeft_data();
+    void shouldBeginWithTheViewThatWasLeft();
+    void rangeShouldFollowTheDate_data();
+    void rangeShouldFollowTheDate();
+    void pickerAndViewsShouldLeadToADay();
+    void onlyShownViewsShouldBeKeptUpToDate();
     void shouldRememberViewAndSplitters();
     void setDateShouldMoveTheList();
     void shouldLeaveTheDocumentWhenItGoes();
@@ -29,30 +37,123 @@ private Q_SLOTS:
     void weekdaysShouldStandInTheLocalesOrder();
 };
 
-void VelMainViewTest::shouldFallBackToAViewThatIsThere_data()
+void VelMainViewTest::shouldBeginWithTheViewThatWasLeft_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("size");
+    QTest::addColumn<int>("expectedType");
     QTest::addColumn<int>("expectedSize");
-    QTest::newRow("list") << 2 << 5 << 5;
-    QTest::newRow("day range, not there yet") << 0 << 7 << 7;
-    QTest::newRow("nonsense") << 99 << -3 << 5;
+    QTest::newRow("list") << 2 << 5 << 2 << 5;
+    QTest::newRow("month") << 1 << 7 << 1 << 7;
+    QTest::newRow("one day") << 0 << 1 << 0 << 1;
+    QTest::newRow("nonsense") << 99 << -3 << 0 << 5;
 }
 
-void VelMainViewTest::shouldFallBackToAViewThatIsThere()
+void VelMainViewTest::shouldBeginWithTheViewThatWasLeft()
 {
     QFETCH(int, type);
     QFETCH(int, size);
+    QFETCH(int, expectedType);
     QFETCH(int, expectedSize);
     FakeApp app(today());
     KConfig config(QString(), KConfig::SimpleConfig);
     KConfigGroup group = config.group(QStringLiteral("General Options"));
     group.writeEntry("MainViewType", type);
     group.writeEntry("MainViewSize", size);
-    const VelMainView view(&app, &config, {}, {});
-    QCOMPARE(view.viewType(), int(VelMainView::ListView));
+    VelMainView view(&app, &config, {}, {});
+    view.show();
+    QCOMPARE(view.viewType(), expectedType);
     QCOMPARE(view.viewSize(), expectedSize);
-    QCOMPARE(view.getCurrentView(), static_cast<VelView *>(view.listView()));
+    QCOMPARE(!view.dayView()->isHidden(), expectedType == VelMainView::DayView);
+    QCOMPARE(!view.monthView()->isHidden(), expectedType == VelMainView::MonthView);
+    QCOMPARE(!view.listView()->isHidden(), expectedType == VelMainView::ListView);
+    view.writeConfig(&config);
+    QCOMPARE(group.readEntry("MainViewType", -1), expectedType);
+}
+
+void VelMainViewTest::rangeShouldFollowTheDate_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QDate>("date");
+    QTest::addColumn<QDate>("start");
+    QTest::addColumn<int>("days");
+    QTest::addColumn<QDate>("next");
+    const QLocale german(QLocale::German, QLocale::Germany);
+    const QLocale american(QLocale::English, QLocale::UnitedStates);
+    const QDate sunday(2026, 3, 8);
+    QTest::newRow("one day") << german << 1 << sunday << sunday << 1 << sunday.addDays(1);
+    QTest::newRow("work week") << german << 5 << sunday << QDate(2026, 3, 2) << 5 << sunday.addDays(7);
+    QTest::newRow("work week from Sunday")
+        << american << 5 << sunday << QDate(2026, 3, 9) << 5 << sunday.addDays(7);
+    QTest::newRow("week") << german << 7 << sunday << QDate(2026, 3, 2) << 7 << sunday.addDays(7);
+    QTest::newRow("week from Sunday") << american << 7 << sunday << sunday << 7 << sunday.addDays(7);
+    QTest::newRow("Saturday of a week from Sunday")
+        << american << 7 << QDate(2026, 3, 7) << QDate(2026, 3, 1) << 7 << QDate(2026, 3, 14);
+}
+
+void VelMainViewTest::rangeShouldFollowTheDate()
+{
+    QFETCH(QLocale, locale);
+    QFETCH(int, size);
+    QFETCH(QDate, date);
+    const QLocale old;
+    QLocale::setDefault(locale);
+    FakeApp app(today());
+    const KConfig config(QString(), KConfig::SimpleConfig);
+    VelMainView view(&app, &config, {}, {});
+    view.setMainView(VelMainView::DayView, size);
+    view.setDate(date);
+    QTEST(view.dayView()->startDate(), "start");
+    QTEST(view.dayView()->numDays(), "days");
+    const auto isMarked = [&view](QDate day) {
+        for (const auto *item : view.dayPicker()->findChildren<VelDayPickerItem *>()) {
+            if (item->getDate() == day)
+                return item->getDay().isHighlighted;
+        }
+        return false;
+    };
+    QVERIFY(isMarked(view.dayView()->startDate()));
+    QVERIFY(!isMarked(view.dayView()->startDate().addDays(view.dayView()->numDays())));
+    view.next();
+    QTEST(view.getDate(), "next");
+    view.setMainView(VelMainView::MonthView);
+    QVERIFY(!isMarked(view.getDate()));
+    view.setDate(QDate(2026, 1, 31));
+    view.next();
+    QCOMPARE(view.getDate(), QDate(2026, 2, 28));
+    QLocale::setDefault(old);
+}
+
+void VelMainViewTest::pickerAndViewsShouldLeadToADay()
+{
+    FakeApp app(today());
+    const KConfig config(QString(), KConfig::SimpleConfig);
+    VelMainView view(&app, &config, {}, {});
+    view.setMainView(VelMainView::DayView, 5);
+    view.dayPicker()->emitDateSelected({2026, 3, 18});
+    QCOMPARE(view.dayView()->startDate(), QDate(2026, 3, 16));
+    Q_EMIT view.monthView()->dayWanted({2026, 4, 1});
+    QCOMPARE(view.viewSize(), 1);
+    QCOMPARE(view.dayView()->startDate(), QDate(2026, 4, 1));
+    QCOMPARE(view.getDate(), QDate(2026, 4, 1));
+}
+
+/** Hidden views are not told of changes, and show them once they are shown. */
+void VelMainViewTest::onlyShownViewsShouldBeKeptUpToDate()
+{
+    FakeApp app(today());
+    const KConfig config(QString(), KConfig::SimpleConfig);
+    VelMainView view(&app, &config, {}, {});
+    view.setMainView(VelMainView::DayView, 1);
+    addEvent(app.doc, QStringLiteral("new"), march(2, 9), march(2, 10));
+    app.doc.slotUpdateAllViews(nullptr);
+    QCOMPARE(view.dayView()->dayOf(today())->entryCount(), 1);
+    view.setMainView(VelMainView::MonthView);
+    addEvent(app.doc, QStringLiteral("newer"), march(2, 9), march(2, 10));
+    app.doc.slotUpdateAllViews(nullptr);
+    view.setMainView(VelMainView::DayView);
+    QCOMPARE(view.dayView()->dayOf(today())->entryCount(), 2);
 }
 
 void VelMainViewTest::shouldRememberViewAndSplitters()
@@ -61,17 +162,17 @@ void VelMainViewTest::shouldRememberViewAndSplitters()
     KConfig config(QString(), KConfig::SimpleConfig);
     QList<int> sizes;
     {
-        VelMainView view(&app, &config, {400, 200}, {});
-        view.resize(610, 400);
+        VelMainView view(&app, &config, {400, 400, 400, 210}, {});
+        view.resize(810, 500);
         view.show();
         sizes = view.getSplitter1Sizes();
         view.writeConfig(&config);
     }
     VelMainView view(&app, &config, sizes, {});
-    view.resize(610, 400);
+    view.resize(810, 500);
     view.show();
     QCOMPARE(view.getSplitter1Sizes(), sizes);
-    // The day view is what a new user starts with, once it is there.
+    // The day view is what a new user starts with.
     QCOMPARE(config.group(QStringLiteral("General Options")).readEntry("MainViewType", -1), 0);
 }
 
@@ -80,6 +181,7 @@ void VelMainViewTest::setDateShouldMoveTheList()
     FakeApp app(today());
     const KConfig config(QString(), KConfig::SimpleConfig);
     VelMainView view(&app, &config, {}, {});
+    view.setMainView(VelMainView::ListView);
     addEvent(app.doc, QStringLiteral("summer"), {QDate(2026, 7, 1), QTime(9, 0)},
              {QDate(2026, 7, 1), QTime(10, 0)});
     view.setDate(QDate(2026, 6, 30));

@@ -1,0 +1,109 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "model/velentry.h"
+#include "views/veldayarea.h"
+#include "views/veldaydrag.h"
+#include "views/veldaylayout.h"
+#include "views/veldayrows.h"
+
+#include <memory>
+#include <optional>
+
+/**
+ * The column of one day: its hours, what is selected in them, and its entries that have times, all painted by itself.
+ *
+ * It reports what the mouse does to the view that it belongs to. In the meeting planner the same column shows
+ * other persons' busy times, which can only be looked at.
+ */
+class VelDay : public VelDayArea
+{
+    Q_OBJECT
+public:
+    enum Mode { Calendar = 1, Planner = 2 };
+
+    /** Keeps a reference to @p source and belongs to @p view, whichever widget is its parent. */
+    VelDay(VelDayView *view, Mode mode, const VelDaySource &source);
+    ~VelDay() override;
+
+    /** Shows the entries of the day as they are now. */
+    void updateData();
+    /** The same for another day. */
+    void updateData(QDate date);
+    /** All entries of the day, those without times too. */
+    [[nodiscard]] const VelEntryList &list() const { return m_list; }
+    [[nodiscard]] VelDayRows rows() const;
+    /** The beginning of the row at @p point. */
+    [[nodiscard]] QTime getTime(QPoint point) const { return rows().getTime(point.y()); }
+    [[nodiscard]] QTime addInterval(QTime time) const { return rows().addInterval(time); }
+    /** The whole row that begins at @p time. */
+    [[nodiscard]] QRect rowRect(QTime time) const;
+
+    /** The preview of what is being dragged over the column, or null. */
+    [[nodiscard]] const VelEntry *dragEntry() const { return m_dragEntry.get(); }
+
+    [[nodiscard]] bool isDragging() const
+    {
+        return m_press.has_value() && m_press->mode != VelDayDrag::NoMode;
+    }
+    /** Ends what the mouse is doing to an entry and puts the entry back as it was. */
+    void abandonDrag();
+
+protected:
+    void layOut() override;
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    /** An entry that the left button holds. */
+    struct Press {
+        VelDayDrag::Mode mode = VelDayDrag::NoMode;
+        VelEntry before; // as it was when pressed
+        QPoint pos;
+        int edge = 0; // pixels: where the edge for changing days was
+        bool wasModified = false; // the document
+        bool changed = false;
+    };
+
+    [[nodiscard]] QRect placed(QRect rect) const;
+    [[nodiscard]] int visibleTop() const;
+
+    void paintHours(QPainter &painter, const QRect &exposed) const;
+    void paintSelection(QPainter &painter) const;
+    void paintLines(QPainter &painter, const QRect &exposed) const;
+    void paintNow(QPainter &painter) const;
+    void paintDragEntry(QPainter &painter) const;
+
+    void pressEntry(int index, QMouseEvent *event);
+    void pressEmpty(QMouseEvent *event);
+    [[nodiscard]] VelDayDrag::Mode zoneAt(int index, QPoint pos) const;
+    void showCursor(QPoint pos);
+    void dragSelection(QPoint pos);
+    void dragEdge(QPoint pos);
+    void endDrag();
+    void showTimes(const VelDayDrag::Times &times, QPoint globalPos);
+    /** Where a dragged entry would start if it were dropped at @p pos. */
+    [[nodiscard]] VelDateTime dropStart(QPoint pos) const { return {m_date, getTime(pos)}; }
+    void moveEntry(QPoint pos, VelEntry *entry) const;
+    [[nodiscard]] QRect dragRect() const;
+
+    Mode m_mode;
+    const VelDaySource &m_source;
+    std::unique_ptr<VelDayLayout> m_layout;
+    VelEntryList m_list;
+    std::optional<Press> m_press;
+    std::unique_ptr<VelEntry> m_dragEntry;
+    VelDateTime m_dragStart; // where the preview stands
+    QTime m_lastTime; // of the row that the mouse was in last
+    bool m_isSelecting = false; // the left button is held on a range of time
+    bool m_selecting = false; // result of the last toggle: which edge gives way
+};

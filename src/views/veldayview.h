@@ -1,0 +1,145 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "views/velday.h"
+#include "views/veldayselection.h"
+#include "views/veldaysource.h"
+#include "views/velview.h"
+
+#include <array>
+
+class QScrollArea;
+class QToolButton;
+class VelDayBand;
+class VelDayHeader;
+class VelDayHours;
+
+/** One to seven days side by side on a vertical axis of time. */
+class VelDayView : public VelView
+{
+    Q_OBJECT
+public:
+    static constexpr int MaximumDays = 7;
+
+    /** Shows what @p source gives; keeps a reference to it. */
+    VelDayView(QWidget *parent, VelDay::Mode dayMode, const VelDaySource &source);
+    ~VelDayView() override;
+
+    /** @p days is 1 to 7. */
+    void setRange(QDate start, int days);
+    [[nodiscard]] QDate startDate() const { return m_days.front()->date(); }
+    [[nodiscard]] int numDays() const { return m_numDays; }
+    /** A new range then leaves the selected time as it is. */
+    void setKeepSelection(bool keep) { m_keepSelection = keep; }
+    /** Takes the colours and fonts of the preferences. */
+    void updateColors();
+    /** Time has passed: shows where in the day it is. */
+    void updateNow();
+
+    [[nodiscard]] std::unique_ptr<VelPrintout> makePrintout() const override;
+    void updateView() override;
+    /** Paints each shown column anew. */
+    void updateAll();
+    void updateAllEntries(const VelEntry *entry) override;
+
+    /** @name The range of time selected with the mouse */
+    /// @{
+    [[nodiscard]] const VelDaySelection &selection() const { return m_selection; }
+    void clearSelection() override;
+    void addSelection(const VelDateTime &start, const VelDateTime &end);
+    bool removeSelection(const VelDateTime &start, const VelDateTime &end, bool keepEnd);
+    /** Adds the row if it is not selected, which gives false, else removes it. */
+    bool toggleSelection(const VelDateTime &start, const VelDateTime &end, bool keepEnd);
+    /** With @p toggle a selected row is deselected instead; @p silent sends no signal. */
+    void setSelection(const VelDateTime &start, const VelDateTime &end, bool toggle, bool silent);
+    [[nodiscard]] VelDateTime getSelectionStart() const override { return m_selection.start(); }
+    [[nodiscard]] VelDateTime getSelectionEnd() const override { return m_selection.end(); }
+    [[nodiscard]] bool hasSelection() const override { return !m_selection.isEmpty(); }
+    void emitSelectionSignal();
+    [[nodiscard]] bool mayPaste() const override;
+    /// @}
+
+    /** @name For the columns */
+    /// @{
+    [[nodiscard]] bool mayMoveEntry(const VelEntry *entry) const { return mayMove(entry); }
+    void dragStored(const VelEntry *entry) { dragEntry(entry); }
+    [[nodiscard]] bool mayDropHere(const QDropEvent *event) const { return mayDrop(event); }
+    [[nodiscard]] std::unique_ptr<VelEntry> previewOf(const QMimeData *mimeData) const
+    {
+        return draggedEntry(mimeData);
+    }
+    void takeDrop(QDropEvent *event, const std::function<VelDateTime(const VelEntry &)> &startFor)
+    {
+        dropEntry(event, startFor);
+    }
+    /** Gives a stored entry other times, here and in all other views. */
+    void changeTimes(const VelEntry &entry, const VelDayDrag::Times &times);
+    /** Opens the selected entry to be edited. */
+    void editSelected();
+    void offerNew() override;
+    /** Scrolls by a line when @p point of the column is near the upper or lower edge of what can be seen. */
+    void ensureVisible(const VelDay *day, QPoint point);
+    /// @}
+
+    /** The column of a shown day, or null. */
+    [[nodiscard]] VelDay *dayOf(QDate date) const;
+
+Q_SIGNALS:
+    void selectionChanged(const QDateTime &start, const QDateTime &end);
+    void prevWanted();
+    void nextWanted();
+    /** The user wants to see that day alone. */
+    void dayWanted(QDate date);
+
+protected:
+    bool event(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    void buildHeaders();
+    void buildColumns();
+    QToolButton *makeButton(const QString &icon);
+    void layOut();
+    void placeHeaders();
+    [[nodiscard]] int getLastColumnSize() const;
+    [[nodiscard]] int columnHeight() const;
+    void scrollToWork();
+    void updateBands();
+    void selectShown(VelDayArea *area, int index);
+    void moveSlot(int days, int rows, bool extend);
+    void moveSelectedEntry(int days, int rows);
+    /** Where an entry is shown. */
+    struct Place {
+        VelDayArea *area;
+        int index;
+        [[nodiscard]] const VelEntryRef &entry() const { return area->entry(index).entry(); }
+    };
+    [[nodiscard]] std::vector<Place> places() const;
+    bool walkEntries(int step, bool mayLeave);
+    void walkToDay(int step);
+    void escape();
+    bool handleArrow(int key, Qt::KeyboardModifiers modifiers);
+
+    VelDay::Mode m_dayMode;
+    const VelDaySource &m_source;
+    std::array<VelDay *, MaximumDays> m_days{};
+    std::array<VelDayHeader *, MaximumDays> m_headers{};
+    std::array<VelDayBand *, MaximumDays> m_bands{};
+    QToolButton *m_prevButton = nullptr;
+    QToolButton *m_nextButton = nullptr;
+    QWidget *m_headerRow = nullptr;
+    QScrollArea *m_scrollView = nullptr;
+    QWidget *m_columnBox = nullptr;
+    VelDayHours *m_hours = nullptr;
+    VelDaySelection m_selection;
+    int m_numDays = 1;
+    bool m_keepSelection = false;
+    bool m_hasScrolledToWork = false;
+};
