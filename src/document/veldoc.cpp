@@ -35,6 +35,7 @@ void VelDoc::deleteContents()
 {
     m_index.clear();
     m_entries.clear();
+    ++m_todoRevision;
     m_modified = false;
     m_modsSynced = true;
     m_meta = {};
@@ -79,7 +80,14 @@ const VelEntry *VelDoc::store(std::unique_ptr<VelEntry> entry, QDate today)
     const auto position = m_entries.emplace_hint(m_entries.end(), localid, Stored{std::move(entry), {}});
     Stored &stored = position->second;
     m_index.insert(*stored.entry, stored.slot);
+    noteChange(*stored.entry);
     return stored.entry.get();
+}
+
+void VelDoc::noteChange(const VelEntry &entry)
+{
+    if (entry.type == VelEntry::Todo)
+        ++m_todoRevision;
 }
 
 void VelDoc::removeEntry(quint32 localid)
@@ -88,6 +96,7 @@ void VelDoc::removeEntry(quint32 localid)
     if (found == m_entries.end())
         return;
     m_index.remove(*found->second.entry, found->second.slot);
+    noteChange(*found->second.entry);
     m_entries.erase(found);
 }
 
@@ -111,10 +120,12 @@ bool VelDoc::changeEntry(quint32 localid, const std::function<void(VelEntry &)> 
         return false;
     VelEntry &entry = *found->second.entry;
     m_index.remove(entry, found->second.slot);
+    noteChange(entry);
     change(entry);
     entry.localid = localid;
     entry.updRecurrence(m_today());
     m_index.insert(entry, found->second.slot);
+    noteChange(entry);
     return true;
 }
 

@@ -85,6 +85,9 @@ public:
      */
     [[nodiscard]] VelEntryList getEntries(QDate from, int type, bool withRecurrences, QDate to) const;
 
+    /** Another number whenever a to-do has come, gone or changed: a view of to-dos need look only then. */
+    [[nodiscard]] quint64 getTodoRevision() const { return m_todoRevision; }
+
     /** True when nobody else owns it. */
     [[nodiscard]] bool isOwner(const VelEntry *entry) const;
     [[nodiscard]] bool isOwner(const VelAccount &account) const { return account.id == m_meta.userid; }
@@ -184,6 +187,7 @@ private:
     };
 
     void deleteContents();
+    void noteChange(const VelEntry &entry);
     [[nodiscard]] quint32 takeLocalId();
     void takeEntries(std::vector<std::unique_ptr<VelEntry>> entries);
     const VelEntry *store(std::unique_ptr<VelEntry> entry, QDate today);
@@ -206,6 +210,7 @@ private:
     VelAccountList m_accounts;
     std::map<quint32, int> m_rights;
     quint32 m_nextLocalId = 1;
+    quint64 m_todoRevision = 1;
 
     std::vector<VelDocView *> m_views;
     QUrl m_url;

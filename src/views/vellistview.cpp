@@ -147,6 +147,12 @@ VelEntryList VelListView::wantedEntries() const
 
 void VelListView::updateView()
 {
+    if (m_kind == Kind::Tasks) {
+        // Most changes are about events, and there may be many thousands of tasks.
+        if (m_shownRevision == document()->getTodoRevision())
+            return;
+        m_shownRevision = document()->getTodoRevision();
+    }
     const QScopedValueRollback<bool> guard(m_isFilling, true);
     const VelEntryList list = wantedEntries();
     m_table->beginFill(static_cast<int>(list.size()));

@@ -95,5 +95,6 @@ private:
     QAction *m_deleteAction = nullptr;
     QAction *m_printAction = nullptr;
     const void *m_menuKey = nullptr; // of the row that the menu was opened on
+    quint64 m_shownRevision = 0; // of the to-dos that are listed
     bool m_isFilling = false; // the current row changes, but not by the user's hand
 };
