@@ -80,7 +80,8 @@ private:
     void paintHours(QPainter &painter, const QRect &exposed) const;
     void paintSelection(QPainter &painter) const;
     void paintLines(QPainter &painter, const QRect &exposed) const;
-    void paintNow(QPainter &painter) const;
+    /** Shows the time, if this is today, in a line of @p length pixels. */
+    void paintNow(QPainter &painter, int length) const;
     void paintDragEntry(QPainter &painter) const;
 
     void pressEntry(int index, QMouseEvent *event);

@@ -34,6 +34,7 @@ VelDayStyle::VelDayStyle(const VelLook &look, const QWidget *widget)
     , text(look.entryText)
     , font(look.entryFont)
     , lineHeight(QFontMetrics(look.entryFont).height())
+    , lineSpacing(qMax(1, QFontMetrics(look.entryFont).lineSpacing()))
     , leastTextWidth(QFontMetrics(look.entryFont).averageCharWidth() * 2)
     , reminder(VelApp::getPixmap(QStringLiteral("reminder"), widget))
     , reoccurring(VelApp::getPixmap(QStringLiteral("reoccurring"), widget))
@@ -105,11 +106,12 @@ void VelDayEntry::paintText(QPainter &painter, const VelDayStyle &style, int vis
     rect.adjust(sideInset, inset, -sideInset, -inset);
     if (rect.width() < style.leastTextWidth)
         return;
-    const int lines = qMax(1, rect.height() / style.lineHeight);
+    const int lines = 1 + qMax(0, rect.height() - style.lineHeight) / style.lineSpacing;
     if (m_textSize != rect.size())
         layOutText(style, rect.size(), lines == 1);
     const int slack = isTight ? (rect.height() - style.lineHeight) / 2 : 0;
-    painter.setClipRect(QRect(rect.left(), rect.top() + slack, rect.width(), lines * style.lineHeight));
+    painter.setClipRect(QRect(rect.left(), rect.top() + slack, rect.width(),
+                              style.lineHeight + (lines - 1) * style.lineSpacing));
     painter.setPen(style.text);
     painter.drawStaticText(rect.left(), rect.top() + slack, m_text);
     painter.setClipping(false);

@@ -26,6 +26,7 @@ struct VelDayStyle {
     QColor text;
     QFont font;
     int lineHeight = 0; ///< pixels
+    int lineSpacing = 1; ///< pixels from one line to the next
     int leastTextWidth = 0; ///< pixels; text in less would tell nothing
     QPixmap reminder;
     QPixmap reoccurring;

@@ -16,14 +16,6 @@
 namespace
 {
 constexpr int Margin = 3; // pixels around the text
-
-QString weekDay(QDate date, const QFontMetrics &metrics, int width)
-{
-    const QString full = VelText::getWeekDay(date);
-    return metrics.horizontalAdvance(full) <= width
-        ? full
-        : QLocale().standaloneDayName(date.dayOfWeek(), QLocale::ShortFormat);
-}
 } // namespace
 
 VelDayHeader::VelDayHeader(QWidget *parent)
@@ -51,28 +43,49 @@ QString VelDayHeader::accessibleText() const
     return VelEntryText::dayName(m_date);
 }
 
+bool VelDayHeader::isToday() const
+{
+    return m_date == VelApp::getApp(this)->now().date();
+}
+
+QFont VelDayHeader::textFont() const
+{
+    QFont font = VelApp::getApp(this)->look().calendarFont;
+    font.setBold(isToday());
+    return font;
+}
+
+QString VelDayHeader::text(bool isShort) const
+{
+    const QString weekDay = isShort ? QLocale().standaloneDayName(m_date.dayOfWeek(), QLocale::ShortFormat)
+                                    : VelText::getWeekDay(m_date);
+    return weekDay + QLatin1Char('\n') + VelText::getMonth(m_date, !isShort) + QLatin1Char(' ')
+        + QString::number(m_date.day());
+}
+
+bool VelDayHeader::isLongFitting(int width) const
+{
+    return QFontMetrics(textFont()).size(0, text(false)).width() <= width - 2 * Margin;
+}
+
+void VelDayHeader::setShort(bool isShort)
+{
+    if (isShort == m_isShort)
+        return;
+    m_isShort = isShort;
+    update();
+}
+
 void VelDayHeader::paintEvent(QPaintEvent *)
 {
-    const VelApp *app = VelApp::getApp(this);
-    const VelLook &look = app->look();
-    const bool isToday = m_date == app->now().date();
-    const QColor background = isToday ? look.highlight() : look.ruler();
+    const VelLook &look = VelApp::getApp(this)->look();
+    const QColor background = isToday() ? look.highlight() : look.ruler();
     QPainter painter(this);
     painter.fillRect(rect(), look.grid());
     painter.fillRect(rect().adjusted(1, 1, -1, -1), background);
-
-    QFont font = look.calendarFont;
-    font.setBold(isToday);
-    painter.setFont(font);
+    painter.setFont(textFont());
     painter.setPen(VelLook::textOn(background));
-    const QFontMetrics metrics(font);
-    const QString text = weekDay(m_date, metrics, width() - 2 * Margin) + QLatin1Char('\n')
-        + VelText::getMonth(m_date, true) + QLatin1Char(' ') + QString::number(m_date.day());
-    const QString narrow = weekDay(m_date, metrics, width() - 2 * Margin) + QLatin1Char('\n')
-        + VelText::getMonth(m_date, false) + QLatin1Char(' ') + QString::number(m_date.day());
-    const bool isWide = metrics.horizontalAdvance(text.section(QLatin1Char('\n'), 1)) <= width() - 2 * Margin;
-    painter.drawText(rect().adjusted(Margin, Margin, -Margin, -Margin), Qt::AlignCenter,
-                     isWide ? text : narrow);
+    painter.drawText(rect().adjusted(Margin, Margin, -Margin, -Margin), Qt::AlignCenter, text(m_isShort));
 }
 
 void VelDayHeader::mouseReleaseEvent(QMouseEvent *event)

@@ -6,6 +6,7 @@
 #include "views/velaccessible.h"
 
 #include <QDate>
+#include <QFont>
 #include <QWidget>
 
 /** The heading over the column of a day: its name. A click asks for that day alone. */
@@ -16,6 +17,10 @@ public:
     explicit VelDayHeader(QWidget *parent);
 
     [[nodiscard]] QDate date() const { return m_date; }
+    /** True when the long names of weekday and month fit into @p width pixels. */
+    [[nodiscard]] bool isLongFitting(int width) const;
+    /** All headings of a range use the same form. */
+    void setShort(bool isShort);
     /** Tall enough for its lines in the calendar's font. */
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -34,5 +39,10 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
+    [[nodiscard]] bool isToday() const;
+    [[nodiscard]] QFont textFont() const;
+    [[nodiscard]] QString text(bool isShort) const;
+
     QDate m_date;
+    bool m_isShort = false;
 };

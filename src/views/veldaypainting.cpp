@@ -8,10 +8,15 @@
 #include "model/veltext.h"
 #include "views/velday.h"
 #include "views/veldayview.h"
-#include "views/velentrytext.h"
 
 #include <QPaintEvent>
 #include <QPainter>
+#include <QStyle>
+
+namespace
+{
+constexpr int NowMarkWidth = 8; // pixels
+}
 
 void VelDay::paintEvent(QPaintEvent *event)
 {
@@ -20,11 +25,11 @@ void VelDay::paintEvent(QPaintEvent *event)
     paintHours(painter, exposed);
     paintSelection(painter);
     paintLines(painter, exposed);
+    // The line lies below the entries, where it strikes no title through; its mark lies above them.
+    paintNow(painter, width());
     paintEntries(painter, exposed, visibleTop());
-    if (m_mode == Calendar) {
-        paintNow(painter);
-        paintDragEntry(painter);
-    }
+    paintNow(painter, NowMarkWidth);
+    paintDragEntry(painter);
 }
 
 void VelDay::paintHours(QPainter &painter, const QRect &exposed) const
@@ -85,12 +90,14 @@ void VelDay::paintLines(QPainter &painter, const QRect &exposed) const
     painter.fillRect(0, VelDayLayout::HoursPerDay * pixels - 1, width(), 1, look.grid());
 }
 
-void VelDay::paintNow(QPainter &painter) const
+void VelDay::paintNow(QPainter &painter, int length) const
 {
     const VelApp *app = VelApp::getApp(m_view);
     const VelDateTime now = app->now();
-    if (now.date() == m_date)
-        painter.fillRect(0, rows().top(now.time()) - 1, width(), 2, app->look().red());
+    if (now.date() != m_date || m_mode != Calendar)
+        return;
+    const QRect line(0, rows().top(now.time()) - 1, length, length < width() ? 4 : 2);
+    painter.fillRect(QStyle::visualRect(layoutDirection(), rect(), line), app->look().red());
 }
 
 QRect VelDay::dragRect() const
@@ -107,12 +114,13 @@ void VelDay::paintDragEntry(QPainter &painter) const
         return;
     const VelLook &look = VelApp::getApp(m_view)->look();
     const QRect rect = dragRect();
-    painter.setOpacity(0.85);
+    painter.setOpacity(0.92);
     painter.fillRect(rect, look.highlight());
     painter.setOpacity(1);
     painter.setPen(VelLook::textOn(look.highlight()));
-    const QString times = VelEntryText::times(VelEntryRef(m_dragEntry.get()), m_date);
-    painter.drawText(rect.adjusted(4, 2, -4, -2), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap,
-                     times.isEmpty() ? m_dragEntry->getTitle()
-                                     : QString(times + QLatin1Char('\n') + m_dragEntry->getTitle()));
+    QString text = m_dragEntry->getTitle();
+    if (!m_dragEntry->notime)
+        text.prepend(VelText::getTime(m_dragEntry->getStart().time()) + QChar(0x2013)
+                     + VelText::getTime(m_dragEntry->getEnd().time()) + QLatin1Char('\n'));
+    painter.drawText(rect.adjusted(4, 2, -4, -2), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text);
 }

@@ -307,6 +307,7 @@ void VelDayView::placeHeaders()
     m_headerRow->setFixedHeight(height + bandHeight);
     const bool isMirrored = layoutDirection() == Qt::RightToLeft;
     const int taken = getLastColumnSize() + 2;
+    bool isLong = true;
     for (int i = 0; i < m_numDays; ++i) {
         const VelDay *day = m_days[static_cast<std::size_t>(i)];
         QRect rect(day->x() + m_scrollView->viewport()->x(), 0, day->width(), height);
@@ -314,7 +315,10 @@ void VelDayView::placeHeaders()
         if (i == m_numDays - 1)
             rect.adjust(isMirrored ? taken : 0, 0, isMirrored ? 0 : -taken, 0);
         m_headers[static_cast<std::size_t>(i)]->setGeometry(rect);
+        isLong = isLong && m_headers[static_cast<std::size_t>(i)]->isLongFitting(rect.width());
     }
+    for (VelDayHeader *header : m_headers)
+        header->setShort(!isLong);
     const QSize next = m_nextButton->sizeHint();
     const QSize prev(qMin(m_hours->width(), m_prevButton->sizeHint().width()), next.height());
     const int top = (height - next.height()) / 2;

@@ -44,6 +44,9 @@ const QStaticText &VelMonthEntry::text(const QFont &font, Qt::LayoutDirection di
 QString VelMonthEntry::lineText(const VelEntryRef &ref, QDate date)
 {
     const QString &title = ref.getOriginal()->getTitle();
+    // A to-do stands where it is due, whenever it began.
+    if (ref.getOriginal()->type == VelEntry::Todo)
+        return title;
     if (ref.getStart().date() != date)
         return QChar(0x2026) + QLatin1Char(' ') + title;
     if (ref.getOriginal()->notime)
