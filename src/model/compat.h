@@ -19,12 +19,6 @@
 using VelSize = qsizetype;
 /** How QMimeData::retrieveData() is told which type is wanted. */
 using VelVariantType = QMetaType;
-/** Where in the widget a drag or drop event is. */
-template <typename DropEvent>
-[[nodiscard]] QPoint velDropPosition(const DropEvent &event)
-{
-    return event.position().toPoint();
-}
 /** Call before the application is made: pictures and sizes follow the screen's scale, as they now do anyway. */
 inline void velFollowScreenScale()
 {
@@ -32,12 +26,6 @@ inline void velFollowScreenScale()
 #else
 using VelSize = int;
 using VelVariantType = QVariant::Type;
-/** Where in the widget a drag or drop event is. */
-template <typename DropEvent>
-[[nodiscard]] QPoint velDropPosition(const DropEvent &event)
-{
-    return event.pos();
-}
 /** Call before the application is made: pictures and sizes follow the screen's scale. */
 inline void velFollowScreenScale()
 {
@@ -45,3 +33,13 @@ inline void velFollowScreenScale()
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 }
 #endif
+
+/** Where in the widget a drag or drop event is. */
+template <typename DropEvent>
+[[nodiscard]] QPoint velDropPosition(const DropEvent &event)
+{
+    if constexpr (requires { event.position(); })
+        return event.position().toPoint();
+    else
+        return event.pos();
+}

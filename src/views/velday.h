@@ -92,8 +92,6 @@ private:
     void dragEdge(QPoint pos);
     void endDrag();
     void showTimes(const VelDayDrag::Times &times, QPoint globalPos);
-    /** Where a dragged entry would start if it were dropped at @p pos. */
-    [[nodiscard]] VelDateTime dropStart(QPoint pos) const { return {m_date, getTime(pos)}; }
     void moveEntry(QPoint pos, VelEntry *entry) const;
     [[nodiscard]] QRect dragRect() const;
 
@@ -103,7 +101,7 @@ private:
     VelEntryList m_list;
     std::optional<Press> m_press;
     std::unique_ptr<VelEntry> m_dragEntry;
-    VelDateTime m_dragStart; // where the preview stands
+    QTime m_dragTime; // of the row that the preview stands in
     QTime m_lastTime; // of the row that the mouse was in last
     bool m_isSelecting = false; // the left button is held on a range of time
     bool m_selecting = false; // result of the last toggle: which edge gives way

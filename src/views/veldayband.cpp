@@ -7,6 +7,7 @@
 #include "hub/velapp.h"
 #include "hub/vellook.h"
 #include "views/veldayview.h"
+#include "views/veldrop.h"
 #include "views/velentrytext.h"
 
 #include <KLocalizedString>
@@ -139,6 +140,7 @@ void VelDayBand::dropEvent(QDropEvent *event)
 {
     m_isDropTarget = false;
     update();
-    m_view->takeDrop(
-        event, [date = m_date](const VelEntry &entry) { return VelDateTime(date, entry.getStart().time()); });
+    m_view->takeDrop(event, [date = m_date](const VelEntry &entry) {
+        return VelDrop::startOn(entry, date, entry.getStart().time());
+    });
 }

@@ -4,9 +4,11 @@
 #include "document/veldoc.h"
 #include "document/veldrag.h"
 #include "hub/velapp.h"
+#include "model/compat.h"
 #include "model/veltext.h"
 #include "views/velday.h"
 #include "views/veldayview.h"
+#include "views/veldrop.h"
 #include "widgets/wpopupmenu.h"
 
 #include <KLocalizedString>
@@ -241,7 +243,7 @@ void VelDay::mouseDoubleClickEvent(QMouseEvent *event)
 void VelDay::moveEntry(QPoint pos, VelEntry *entry) const
 {
     const qint64 length = entry->getStart().secsTo(entry->getEnd());
-    const VelDateTime start = entry->notime ? VelDateTime(m_date, entry->getStart().time()) : dropStart(pos);
+    const VelDateTime start = VelDrop::startOn(*entry, m_date, getTime(pos));
     entry->setStart(start);
     entry->setEnd(start.addSecs(length));
 }
@@ -256,7 +258,7 @@ void VelDay::dragEnterEvent(QDragEnterEvent *event)
         const VelDateTime start(m_date, QTime(0, 0));
         m_dragEntry = std::make_unique<VelEntry>(0, VelEntry::Event, start, start.addSecs(UnknownLength));
     }
-    m_dragStart = {};
+    m_dragTime = {};
 }
 
 void VelDay::dragMoveEvent(QDragMoveEvent *event)
@@ -266,9 +268,9 @@ void VelDay::dragMoveEvent(QDragMoveEvent *event)
         return;
     const QPoint pos = velDropPosition(*event);
     m_view->ensureVisible(this, pos);
-    if (dropStart(pos) == m_dragStart)
+    if (getTime(pos) == m_dragTime)
         return;
-    m_dragStart = dropStart(pos);
+    m_dragTime = getTime(pos);
     moveEntry(pos, m_dragEntry.get());
     update();
 }
@@ -288,6 +290,7 @@ void VelDay::dropEvent(QDropEvent *event)
         event->ignore();
         return;
     }
-    const VelDateTime start = dropStart(velDropPosition(*event));
-    m_view->takeDrop(event, [start](const VelEntry &) { return start; });
+    const QTime time = getTime(velDropPosition(*event));
+    m_view->takeDrop(
+        event, [date = m_date, time](const VelEntry &entry) { return VelDrop::startOn(entry, date, time); });
 }

@@ -102,6 +102,8 @@ void VelDay::paintNow(QPainter &painter, int length) const
 
 QRect VelDay::dragRect() const
 {
+    if (m_dragEntry->notime) // it goes to the day, not to a row
+        return {2, visibleTop() + 2, width() - 4, m_style.lineHeight + 4};
     const VelOl alone;
     const VelEntryRef shown(m_dragEntry.get());
     const QRect rect = VelDayLayout::calcGeometry(this->rect(), &alone, rows().pixelsPerHour, shown, m_date);

@@ -27,6 +27,12 @@ bool isWantedHere(VelMessages &messages, const VelEntry &entry)
 
 namespace VelDrop
 {
+VelDateTime startOn(const VelEntry &entry, QDate day, QTime time)
+{
+    const QDate date = entry.type == VelEntry::Todo ? day.addDays(-entry.getSpan()) : day;
+    return {date, entry.notime ? entry.getStart().time() : time};
+}
+
 Result move(VelDoc &doc, quint32 localid, const VelDateTime &start)
 {
     const VelEntry *entry = doc.getEntry(localid);

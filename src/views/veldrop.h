@@ -14,6 +14,12 @@ class VelMessages;
 /** What becomes of entries that are dropped onto a day. */
 namespace VelDrop
 {
+/**
+ * Where an entry starts that is put onto @p day at @p time. One without times keeps its own, and a to-do comes to be
+ * due on that day, as that is where it is shown.
+ */
+[[nodiscard]] VelDateTime startOn(const VelEntry &entry, QDate day, QTime time);
+
 /** What a drop left in the calendar. */
 struct Result {
     const VelEntry *entry = nullptr; ///< null when nothing was changed

@@ -77,6 +77,8 @@ VelListView::VelListView(QWidget *parent, Kind kind, QDate today)
     m_table->setDateTimeFormatter(
         [](const QDateTime &time) { return VelText::getDateTime(VelDateTime::fromQDateTime(time)); });
     connect(m_table, &WTable::rowClicked, this, &VelListView::slotRowClicked);
+    m_table->setRowsDraggable(true);
+    connect(m_table, &WTable::rowDragged, this, &VelListView::slotRowDragged);
     connect(m_table, &WTable::valueChanged, this, &VelListView::slotValueChanged);
     connect(m_table, &WTable::contextMenuRequested, this,
             [this](int row, int, const QPoint &globalPos) { slotPopup(row, globalPos); });
@@ -339,25 +341,33 @@ void VelListView::slotDelete()
     document()->slotUpdateAllViews(nullptr);
 }
 
-bool VelListView::mayDrop(const QDropEvent *event) const
+void VelListView::slotRowDragged(int row)
 {
-    return VelApp::getApp(this)->mayEdit() && VelDrag::canDecode(event->mimeData());
+    const VelEntry *entry = getEntry(row);
+    if (mayMove(entry))
+        dragEntry(entry);
+}
+
+/** What comes from outside; a list has no place to which the window's own entries could be moved. */
+bool VelListView::mayTake(const QDropEvent *event) const
+{
+    return VelApp::getApp(this)->getDraggedEntry() == 0 && mayDrop(event);
 }
 
 void VelListView::dragEnterEvent(QDragEnterEvent *event)
 {
-    event->setAccepted(mayDrop(event));
+    event->setAccepted(mayTake(event));
 }
 
 void VelListView::dragMoveEvent(QDragMoveEvent *event)
 {
-    event->setAccepted(mayDrop(event));
+    event->setAccepted(mayTake(event));
 }
 
 void VelListView::dropEvent(QDropEvent *event)
 {
     std::vector<std::unique_ptr<VelEntry>> entries;
-    if (mayDrop(event))
+    if (mayTake(event))
         entries = VelDrag::decodeAll(event->mimeData());
     event->setAccepted(!entries.empty());
     if (entries.empty())

@@ -85,7 +85,8 @@ private:
     void slotPrint();
     [[nodiscard]] QString cellText(int row, int column) const;
     [[nodiscard]] const VelEntry *menuEntry() const;
-    [[nodiscard]] bool mayDrop(const QDropEvent *event) const;
+    void slotRowDragged(int row);
+    [[nodiscard]] bool mayTake(const QDropEvent *event) const;
     QMenu *taskMenu();
 
     Kind m_kind;

@@ -124,7 +124,6 @@ private:
     bool editCurrent();
     bool leaveCurrent();
     void showToolTip(const QHelpEvent *event);
-    [[nodiscard]] static VelDateTime startOn(QDate date, const VelEntry &entry);
     void showPreview(const QPoint &point);
     void endDrag();
 

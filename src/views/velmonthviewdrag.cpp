@@ -4,33 +4,17 @@
 #include "views/velmonthview.h"
 
 #include "document/velpaste.h"
+#include "model/compat.h"
+#include "views/veldrop.h"
 #include "views/velentrytext.h"
 
 #include <QDragEnterEvent>
-
-namespace
-{
-/** Where a drag is; the toolkit's generations call it differently. */
-template <typename Event>
-QPoint positionOf(const Event &event)
-{
-    if constexpr (requires { event.position(); })
-        return event.position().toPoint();
-    else
-        return event.pos();
-}
-} // namespace
-
-VelDateTime VelMonthView::startOn(QDate date, const VelEntry &entry)
-{
-    return {date, entry.getStart().time()};
-}
 
 void VelMonthView::moveEntry(const QPoint &point, VelEntry &entry) const
 {
     const QDate date = getDate(point);
     if (date.isValid())
-        VelPaste::moveTo(entry, startOn(date, entry));
+        VelPaste::moveTo(entry, VelDrop::startOn(entry, date, entry.getStart().time()));
 }
 
 void VelMonthView::dragEnterEvent(QDragEnterEvent *event)
@@ -40,12 +24,12 @@ void VelMonthView::dragEnterEvent(QDragEnterEvent *event)
     if (!event->isAccepted())
         return;
     m_dragged = draggedEntry(event->mimeData());
-    showPreview(positionOf(*event));
+    showPreview(velDropPosition(*event));
 }
 
 void VelMonthView::dragMoveEvent(QDragMoveEvent *event)
 {
-    showPreview(positionOf(*event));
+    showPreview(velDropPosition(*event));
     event->setAccepted(m_preview.date.isValid() && mayDrop(event));
 }
 
@@ -86,9 +70,11 @@ void VelMonthView::dragLeaveEvent(QDragLeaveEvent *)
 void VelMonthView::dropEvent(QDropEvent *event)
 {
     endDrag();
-    const QDate date = getDate(positionOf(*event));
+    const QDate date = getDate(velDropPosition(*event));
     if (date.isValid())
-        dropEntry(event, [date](const VelEntry &entry) { return startOn(date, entry); });
+        dropEntry(event, [date](const VelEntry &entry) {
+            return VelDrop::startOn(entry, date, entry.getStart().time());
+        });
     else
         event->ignore();
 }

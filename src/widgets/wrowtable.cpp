@@ -231,6 +231,18 @@ void WRowTable::updateRowHeight()
     verticalHeader()->setDefaultSectionSize(height);
 }
 
+void WRowTable::setRowsDraggable(bool draggable)
+{
+    m_model->setRowsDraggable(draggable);
+    setDragEnabled(draggable);
+}
+
+void WRowTable::startDrag(Qt::DropActions)
+{
+    if (currentRow() >= 0)
+        Q_EMIT rowDragged(currentRow());
+}
+
 void WRowTable::makeCurrent(int row, bool scroll)
 {
     const bool before = hasAutoScroll();

@@ -45,6 +45,9 @@ public:
     void setDateFormatter(const WTableModel::DateFormatter &formatter);
     void setDateTimeFormatter(const WTableModel::DateTimeFormatter &formatter);
 
+    /** Lets the mouse drag rows, which sends rowDragged(). */
+    void setRowsDraggable(bool draggable);
+
 Q_SIGNALS:
     // Columns in these signals are display columns: places on the screen, counting the hidden ones.
     /** A row was clicked on with mouse button @p button (Qt::MouseButton), at @p pos in the viewport. */
@@ -57,6 +60,8 @@ Q_SIGNALS:
     void currentRowChanged(int row);
     /** The user ticked or cleared a check box. */
     void valueChanged(int row, int column);
+    /** The mouse drags a row away; what it drags is the owner's to say. */
+    void rowDragged(int row);
     /** A menu is wanted, with the mouse or the keyboard. Row and column are -1 outside the rows. */
     void contextMenuRequested(int row, int column, const QPoint &globalPos);
 
@@ -66,6 +71,7 @@ protected:
     [[nodiscard]] bool isRowInView(int row) const;
 
     void changeEvent(QEvent *event) override;
+    void startDrag(Qt::DropActions actions) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     void focusInEvent(QFocusEvent *event) override;

@@ -208,7 +208,8 @@ Qt::ItemFlags WTableModel::flags(const QModelIndex &index) const
     if (!cell) {
         return Qt::NoItemFlags;
     }
-    const Qt::ItemFlags result = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+    Qt::ItemFlags result = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+    result.setFlag(Qt::ItemIsDragEnabled, m_rowsDraggable);
     return std::holds_alternative<WCheckTableItem>(*cell) ? result | Qt::ItemIsUserCheckable : result;
 }
 

@@ -43,6 +43,8 @@ public:
 
     /** Starts anew with room for @p rows rows. What was there before stays visible until endFill. */
     void beginFill(int rows);
+    /** Whether the view may begin a drag on a row. */
+    void setRowsDraggable(bool draggable) { m_rowsDraggable = draggable; }
     /** Adds a row: cells that are missing stay empty, those beyond the last column are dropped. */
     void addRow(std::vector<WTableItem> &&cells);
     /** Shows the new rows, ordered by @p column or, when it is -1, as they were added. */
@@ -90,6 +92,7 @@ private:
     std::vector<WTableItem> m_cells;
     std::vector<WTableItem> m_newCells;
     WRowOrder m_order;
+    bool m_rowsDraggable = false;
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
 };

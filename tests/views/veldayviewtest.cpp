@@ -450,7 +450,8 @@ void VelDayViewTest::entriesWithoutTimesShouldStandAboveTheHours()
     VelDrag data(*window.app.doc.getEntry(id), 0);
     window.app.setDraggedEntry(id);
     QVERIFY(drop(window.day(5), &data, window.at(5, 14)));
-    QCOMPARE(window.app.doc.getEntry(id)->getStart(), march(5)); // another day, but still no time
+    QCOMPARE(window.app.doc.getEntry(id)->getEnd(), march(5)); // due on that day, but still at no time
+    QCOMPARE(window.app.doc.getEntry(id)->getStart(), march(3));
 }
 
 void VelDayViewTest::keysShouldMoveSlotAndSelection()
