@@ -63,7 +63,7 @@ public:
         VelSurroundings surroundings;
         surroundings.now = [day = m_day] { return VelDateTime(day, QTime(13, 20)); };
         auto *window = new VelMainWindow(std::move(surroundings));
-        window->resize(1000, 640);
+        window->resize(1100, 680);
         window->show();
         window->openDocumentFile(QUrl::fromLocalFile(m_calendar));
         VelMainView *view = window->mainView();
@@ -122,6 +122,10 @@ int main(int argc, char **argv)
     }
     QStandardPaths::setTestModeEnabled(true);
     KAboutData::setApplicationData(velAboutData());
+    QIcon::setThemeName(QStringLiteral("breeze"));
+    QFont font = QApplication::font();
+    font.setPointSize(10); // as on most desktops
+    QApplication::setFont(font);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     const QStringList arguments = QCoreApplication::arguments();
     const QDir folder(arguments.at(3));
