@@ -24,6 +24,9 @@ void VelFlow::addText(const QString &text)
     plain.replace(QLatin1Char('\t'), QLatin1String("    ")).remove(QLatin1Char('\r'));
     plain.replace(QChar::LineSeparator, QLatin1Char('\n'))
         .replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+    // Empty lines at the end would at worst make an empty page.
+    while (plain.endsWith(QLatin1Char('\n')))
+        plain.chop(1);
     const QStringList paragraphs = plain.split(QLatin1Char('\n'));
     for (const QString &paragraph : paragraphs)
         m_rows.push_back({Kind::Text, {}, paragraph});
