@@ -252,6 +252,7 @@ void VelMainWindow::slotAutoSave()
 
 bool VelMainWindow::queryClose()
 {
+    m_view->finishInput();
     if (!m_doc->saveModified())
         return false;
     saveOptions();

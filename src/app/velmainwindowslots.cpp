@@ -30,26 +30,31 @@ void VelMainWindow::slotFileNewWindow()
 
 void VelMainWindow::slotFileNew()
 {
+    m_view->finishInput();
     m_fileCommands->newDocument();
 }
 
 void VelMainWindow::slotFileOpen()
 {
+    m_view->finishInput();
     m_fileCommands->open();
 }
 
 void VelMainWindow::slotFileOpenRecent(const QUrl &url)
 {
+    m_view->finishInput();
     m_fileCommands->open(url);
 }
 
 void VelMainWindow::slotFileSave()
 {
+    m_view->finishInput();
     m_fileCommands->save();
 }
 
 void VelMainWindow::slotFileSaveAs()
 {
+    m_view->finishInput();
     m_fileCommands->saveAs();
 }
 
@@ -60,6 +65,7 @@ void VelMainWindow::slotFileImport()
 
 void VelMainWindow::slotFileExport()
 {
+    m_view->finishInput();
     m_fileCommands->exportFile();
 }
 
@@ -70,6 +76,7 @@ void VelMainWindow::slotFileClose()
 
 void VelMainWindow::slotFilePrint()
 {
+    m_view->finishInput();
     slotStatusMsg(i18n("Printing..."));
     const std::unique_ptr<VelPrintout> printout = m_view->getCurrentView()->makePrintout();
     printOut(*printout);
@@ -159,6 +166,7 @@ void VelMainWindow::slotPurgeCompleted()
     if (!mayEdit())
         return;
     const int purged = m_doc->purgeCompleted();
+    updateEditActions();
     statusBar()->showMessage(purged == 0 ? i18n("There are no completed to-do tasks.")
                                          : i18np("One completed to-do task was removed.",
                                                  "%1 completed to-do tasks were removed.", purged),
@@ -188,6 +196,7 @@ void VelMainWindow::rebuildGui()
 
 void VelMainWindow::saveProperties(KConfigGroup &group)
 {
+    m_view->finishInput();
     group.writeEntry("filename", m_doc->URL().toString(QUrl::RemovePassword));
     group.writeEntry("modified", m_doc->isModified());
     if (!m_doc->isModified())

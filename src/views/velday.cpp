@@ -46,6 +46,15 @@ void VelDay::updateData()
     velAccessibleChanged(this);
 }
 
+void VelDay::release()
+{
+    abandonDrag();
+    m_list.clear();
+    m_entries.clear();
+    m_dragEntry.reset();
+    velAccessibleChanged(this);
+}
+
 void VelDay::layOut()
 {
     // Entries without times stand above the hours.

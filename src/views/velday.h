@@ -32,6 +32,8 @@ public:
     void updateData();
     /** The same for another day. */
     void updateData(QDate date);
+    /** Lets go of the entries: nobody tells a hidden column when they are gone. */
+    void release();
     /** All entries of the day, those without times too. */
     [[nodiscard]] const VelEntryList &list() const { return m_list; }
     [[nodiscard]] VelDayRows rows() const;
@@ -54,6 +56,7 @@ public:
 protected:
     void layOut() override;
     void paintEvent(QPaintEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
@@ -70,6 +73,7 @@ private:
         VelEntry before; // as it was when pressed
         QPoint pos;
         int edge = 0; // pixels: where the edge for changing days was
+        int offset = 0; // pixels from where the edge for changing times belongs to where it is drawn
         bool wasModified = false; // the document
         bool changed = false;
     };
@@ -85,6 +89,7 @@ private:
     void paintDragEntry(QPainter &painter) const;
 
     void pressEntry(int index, QMouseEvent *event);
+    [[nodiscard]] int edgeOffset(VelDayDrag::Mode mode, const VelDayEntry &item) const;
     void pressEmpty(QMouseEvent *event);
     [[nodiscard]] VelDayDrag::Mode zoneAt(int index, QPoint pos) const;
     void showCursor(QPoint pos);

@@ -89,11 +89,11 @@ void VelDayArea::paintEntries(QPainter &painter, const QRect &exposed, int visib
     const int selected = selectedIndex();
     painter.setFont(m_style.font);
     for (int i = 0; i < entryCount(); ++i) {
-        if (i != selected && entry(i).rect().intersects(exposed))
+        if (i != selected && entry(i).rect().intersects(exposed)) // an invalid one never does
             entry(i).paint(painter, m_style, false, visibleTop);
     }
     // On top, so that a crowded entry can be seen whole once it is chosen.
-    if (selected >= 0)
+    if (selected >= 0 && entry(selected).rect().isValid())
         entry(selected).paint(painter, m_style, true, visibleTop);
 }
 
@@ -110,8 +110,10 @@ bool VelDayArea::event(QEvent *event)
     }
     const VelEntryRef &shown = entry(index).entry();
     const QString owner = VelApp::getApp(m_view)->getAccountName(shown.getOriginal()->user);
-    QToolTip::showText(help->globalPos(), VelEntryText::toolTip(shown, m_date, owner), this,
-                       entry(index).rect());
+    // Of others only that they are busy is to be seen.
+    const QString text =
+        entry(index).isEditable() ? VelEntryText::toolTip(shown, m_date, owner) : owner.toHtmlEscaped();
+    QToolTip::showText(help->globalPos(), text, this, entry(index).rect());
     return true;
 }
 
@@ -124,6 +126,10 @@ QString VelDayArea::accessibleText() const
 VelAccessibleItem VelDayArea::accessibleItem(int index) const
 {
     const VelDayEntry &item = entry(index);
-    return {VelEntryText::describe(item.entry(), m_date), item.rect(), QAccessible::ListItem,
-            m_view->isSelectedEntry(item.entry())};
+    const QString name = item.isEditable()
+        ? VelEntryText::describe(item.entry(), m_date)
+        : i18nc("a person, then from when to when", "%1 is busy, %2",
+                VelApp::getApp(m_view)->getAccountName(item.entry().getOriginal()->user),
+                VelEntryText::times(item.entry(), m_date));
+    return {name, item.rect(), QAccessible::ListItem, m_view->isSelectedEntry(item.entry())};
 }

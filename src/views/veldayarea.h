@@ -40,6 +40,8 @@ public:
     [[nodiscard]] int selectedIndex() const;
     /** Paints anew what shows @p entry, an occurrence of it or the entry that it is an occurrence of. */
     void updateAllEntries(const VelEntry *entry);
+    /** Brings an entry that has no place at the moment to one. */
+    virtual void ensureShown(int) { }
     /** Colours or fonts are others now. */
     void updateStyle();
 

@@ -32,6 +32,8 @@ QString VelDayBand::accessibleText() const
 
 void VelDayBand::updateData(QDate date, const VelEntryList &list, int maximumLines)
 {
+    if (date != m_date)
+        m_first = 0;
     m_date = date;
     m_maximumLines = maximumLines;
     m_list.clear();
@@ -49,14 +51,44 @@ QRect VelDayBand::lineRect(int line) const
 void VelDayBand::layOut()
 {
     m_entries.clear();
-    const int count = static_cast<int>(m_list.size());
-    const int shown = count > m_maximumLines ? m_maximumLines - 1 : count;
-    for (int i = 0; i < shown; ++i) {
-        const VelEntryRef &ref = m_list[static_cast<std::size_t>(i)];
-        m_entries.emplace_back(ref, lineRect(i), true,
-                               VelApp::getDocument(m_view)->isTentative(*ref.getOriginal()));
+    for (const VelEntryRef &ref : m_list) {
+        const bool isTentative = VelApp::getDocument(m_view)->isTentative(*ref.getOriginal());
+        m_entries.emplace_back(ref, QRect(), true, isTentative);
     }
+    m_first = qBound(0, m_first, hiddenCount());
+    for (int line = 0; line < shownCount(); ++line)
+        m_entries[static_cast<std::size_t>(m_first + line)].setRect(lineRect(line));
     update();
+}
+
+void VelDayBand::scrollTo(int first)
+{
+    first = qBound(0, first, hiddenCount());
+    if (first == m_first)
+        return;
+    m_first = first;
+    layOut();
+}
+
+void VelDayBand::ensureShown(int index)
+{
+    if (index < m_first)
+        scrollTo(index);
+    else if (index >= m_first + shownCount())
+        scrollTo(index - shownCount() + 1);
+}
+
+void VelDayBand::wheelEvent(QWheelEvent *event)
+{
+    constexpr int step = 120; // eighths of a degree that a wheel turns at a time
+    if (hiddenCount() == 0) {
+        event->ignore();
+        return;
+    }
+    m_wheelAngle += event->angleDelta().y();
+    scrollTo(m_first - m_wheelAngle / step);
+    m_wheelAngle %= step;
+    event->accept();
 }
 
 void VelDayBand::paintEvent(QPaintEvent *event)
@@ -71,7 +103,7 @@ void VelDayBand::paintEvent(QPaintEvent *event)
         return;
     painter.setFont(m_style.font);
     painter.setPen(VelLook::textOn(look.dayOffHour));
-    painter.drawText(lineRect(entryCount()).adjusted(4, 0, -4, 0), Qt::AlignRight | Qt::AlignVCenter,
+    painter.drawText(lineRect(shownCount()).adjusted(4, 0, -4, 0), Qt::AlignRight | Qt::AlignVCenter,
                      i18nc("so many more entries", "+%1", hiddenCount()));
 }
 
@@ -107,9 +139,13 @@ void VelDayBand::mouseMoveEvent(QMouseEvent *event)
 void VelDayBand::mouseReleaseEvent(QMouseEvent *event)
 {
     m_pressed = 0;
-    if (event->button() == Qt::LeftButton && hiddenCount() > 0
-        && lineRect(entryCount()).contains(event->pos()))
+    if (event->button() != Qt::LeftButton || hiddenCount() == 0
+        || !lineRect(shownCount()).contains(event->pos()))
+        return;
+    if (m_view->numDays() > 1)
         Q_EMIT m_view->dayWanted(m_date);
+    else
+        scrollTo(m_first == hiddenCount() ? 0 : m_first + shownCount());
 }
 
 void VelDayBand::mouseDoubleClickEvent(QMouseEvent *event)

@@ -20,7 +20,9 @@ public:
     /** Lines that it needs, the one that tells how many more there are included. */
     [[nodiscard]] int lineCount() const { return qMin(static_cast<int>(m_list.size()), m_maximumLines); }
     [[nodiscard]] int lineHeight() const { return m_style.lineHeight + 4; }
-    [[nodiscard]] int hiddenCount() const { return static_cast<int>(m_list.size()) - entryCount(); }
+    /** Entries that have no line at the moment; they are reached with the wheel and with the keyboard. */
+    [[nodiscard]] int hiddenCount() const { return entryCount() - shownCount(); }
+    void ensureShown(int index) override;
 
     [[nodiscard]] QString accessibleText() const override;
 
@@ -31,15 +33,24 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dragLeaveEvent(QDragLeaveEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 
 private:
     [[nodiscard]] QRect lineRect(int line) const;
+    /** Entries that have a line: the last one is needed to tell of the others. */
+    [[nodiscard]] int shownCount() const
+    {
+        return entryCount() > m_maximumLines ? m_maximumLines - 1 : entryCount();
+    }
+    void scrollTo(int first);
 
     VelEntryList m_list; // those without times
     int m_maximumLines = 1;
+    int m_first = 0; // of the entries that have a line
+    int m_wheelAngle = 0; // eighths of a degree, not yet a line
     QPoint m_pressPos;
     quint32 m_pressed = 0; // id of the entry that the left button holds
     bool m_isDropTarget = false;

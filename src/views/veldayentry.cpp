@@ -8,6 +8,7 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QStyle>
 #include <QTextOption>
 
 namespace
@@ -33,6 +34,7 @@ VelDayStyle::VelDayStyle(const VelLook &look, const QWidget *widget)
     , tentative(look.tentative)
     , text(look.entryText)
     , font(look.entryFont)
+    , direction(widget->layoutDirection())
     , lineHeight(QFontMetrics(look.entryFont).height())
     , lineSpacing(qMax(1, QFontMetrics(look.entryFont).lineSpacing()))
     , leastTextWidth(QFontMetrics(look.entryFont).averageCharWidth() * 2)
@@ -125,8 +127,9 @@ void VelDayEntry::layOutText(const VelDayStyle &style, const QSize &size, bool i
     m_text = QStaticText(
         isSingleLine ? QFontMetrics(style.font).elidedText(title, Qt::ElideRight, size.width()) : title);
     m_text.setTextFormat(Qt::PlainText);
+    option.setTextDirection(style.direction);
     m_text.setTextOption(option);
-    m_text.setTextWidth(isSingleLine ? -1 : size.width());
+    m_text.setTextWidth(size.width());
     m_textSize = size;
 }
 
@@ -138,7 +141,8 @@ void VelDayEntry::paintIcons(QPainter &painter, const VelDayStyle &style) const
         if (!isWanted || x >= m_rect.width() - (TextInset - 1))
             return;
         painter.setClipRect(m_rect.adjusted(TightInset, TightInset, -TightInset, -TightInset));
-        painter.drawPixmap(m_rect.left() + x, m_rect.bottom() + 1 - IconRow, pixmap);
+        const QRect place(m_rect.left() + x, m_rect.bottom() + 1 - IconRow, IconRow, IconRow);
+        painter.drawPixmap(QStyle::visualRect(style.direction, m_rect, place).topLeft(), pixmap);
         painter.setClipping(false);
         x += IconRow;
     };

@@ -25,6 +25,7 @@ struct VelDayStyle {
     QColor tentative;
     QColor text;
     QFont font;
+    Qt::LayoutDirection direction = Qt::LeftToRight;
     int lineHeight = 0; ///< pixels
     int lineSpacing = 1; ///< pixels from one line to the next
     int leastTextWidth = 0; ///< pixels; text in less would tell nothing
@@ -46,8 +47,10 @@ public:
     VelDayEntry(const VelEntryRef &entry, const QRect &rect, bool editable, bool isTentative);
 
     [[nodiscard]] const VelEntryRef &entry() const { return m_entry; }
-    /** In the coordinates of the column. */
+    /** In the coordinates of the column; invalid for what has no place at the moment. */
     [[nodiscard]] const QRect &rect() const { return m_rect; }
+    void setRect(const QRect &rect) { m_rect = rect; }
+    [[nodiscard]] bool isEditable() const { return m_editable; }
     /** Background of what is not editable. */
     void setBackground(const QColor &color) { m_background = color; }
 

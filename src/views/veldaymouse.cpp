@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "document/veldoc.h"
-#include "document/veldrag.h"
+#include "document/velpaste.h"
 #include "hub/velapp.h"
 #include "model/compat.h"
 #include "model/veltext.h"
@@ -73,10 +73,21 @@ void VelDay::pressEntry(int index, QMouseEvent *event)
     press.pos = event->pos();
     const bool isAtLeft = (mode == VelDayDrag::MoveStartDay) != isMirrored();
     press.edge = isAtLeft ? item.rect().left() : item.rect().right();
+    press.offset = edgeOffset(mode, item);
     press.wasModified = VelApp::getDocument(m_view)->isModified();
     m_press = press;
     if (mode != VelDayDrag::Drag)
         VelApp::getApp(m_view)->setEditLock(true);
+}
+
+/** How far below its time the edge is drawn: short entries are drawn larger than they are. */
+int VelDay::edgeOffset(VelDayDrag::Mode mode, const VelDayEntry &item) const
+{
+    if (mode == VelDayDrag::ResizeStart)
+        return item.rect().top() - rows().top(item.entry().getStart().time());
+    if (mode == VelDayDrag::ResizeEnd)
+        return item.rect().bottom() + 1 - rows().top(item.entry().getEnd().time());
+    return 0;
 }
 
 void VelDay::pressEmpty(QMouseEvent *event)
@@ -99,6 +110,9 @@ void VelDay::pressEmpty(QMouseEvent *event)
 void VelDay::mouseMoveEvent(QMouseEvent *event)
 {
     if (!(event->buttons() & Qt::LeftButton)) {
+        // The release went elsewhere, to a box that came up perhaps.
+        abandonDrag();
+        m_isSelecting = false;
         showCursor(event->pos());
         return;
     }
@@ -158,7 +172,7 @@ void VelDay::dragEdge(QPoint pos)
     const bool isResize = m_press->mode == VelDayDrag::ResizeStart || m_press->mode == VelDayDrag::ResizeEnd;
     const int x = isMirrored() ? m_press->edge - pos.x() : pos.x() - m_press->edge;
     const VelDayDrag::Times times = isResize
-        ? VelDayDrag::resized(m_press->mode, timesOf(*entry), pos.y(), rows())
+        ? VelDayDrag::resized(m_press->mode, timesOf(*entry), pos.y() - m_press->offset, rows())
         : VelDayDrag::movedDays(m_press->mode, timesOf(m_press->before), x, width(), !entry->notime,
                                 rows().interval);
     m_view->ensureVisible(this, pos);
@@ -177,6 +191,11 @@ void VelDay::showTimes(const VelDayDrag::Times &times, QPoint globalPos)
     };
     QToolTip::showText(
         globalPos, i18nc("from one time to another", "%1 to %2", text(times.start), text(times.end)), this);
+}
+
+void VelDay::hideEvent(QHideEvent *)
+{
+    abandonDrag();
 }
 
 void VelDay::mouseReleaseEvent(QMouseEvent *event)
@@ -218,9 +237,11 @@ void VelDay::abandonDrag()
     if (!press.changed)
         return;
     VelDoc *doc = VelApp::getDocument(m_view);
+    // Saved by itself meanwhile, the file holds what is given up.
+    const bool isInFile = !doc->isModified();
     doc->changeEntry(press.before.localid, [&press](VelEntry &entry) { entry = press.before; });
     doc->slotUpdateAllViews(nullptr);
-    doc->setModified(press.wasModified);
+    doc->setModified(press.wasModified || isInFile);
 }
 
 void VelDay::mouseDoubleClickEvent(QMouseEvent *event)
@@ -229,7 +250,7 @@ void VelDay::mouseDoubleClickEvent(QMouseEvent *event)
         return;
     const int index = entryAt(event->pos());
     if (index >= 0) {
-        m_press.reset();
+        abandonDrag();
         m_view->setSelectedEntry(entry(index).entry().getEntry(), true);
         m_view->editSelected();
         return;
@@ -242,10 +263,7 @@ void VelDay::mouseDoubleClickEvent(QMouseEvent *event)
 
 void VelDay::moveEntry(QPoint pos, VelEntry *entry) const
 {
-    const qint64 length = entry->getStart().secsTo(entry->getEnd());
-    const VelDateTime start = VelDrop::startOn(*entry, m_date, getTime(pos));
-    entry->setStart(start);
-    entry->setEnd(start.addSecs(length));
+    VelPaste::moveTo(*entry, VelDrop::startOn(*entry, m_date, getTime(pos)));
 }
 
 void VelDay::dragEnterEvent(QDragEnterEvent *event)

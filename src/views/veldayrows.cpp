@@ -29,6 +29,16 @@ QTime VelDayRows::addInterval(QTime time) const
     return time.addSecs(interval * MinutesPerHour);
 }
 
+QTime VelDayRows::stepped(QTime time, int rows) const
+{
+    constexpr int minutesPerDay = HoursPerDay * MinutesPerHour;
+    int minute = time.hour() * MinutesPerHour + time.minute();
+    if (minute == minutesPerDay - 1)
+        minute = minutesPerDay;
+    minute = std::clamp(minute + rows * interval, 0, minutesPerDay - 1);
+    return {minute / MinutesPerHour, minute % MinutesPerHour};
+}
+
 int VelDayRows::top(QTime time) const
 {
     return static_cast<int>(qint64(QTime(0, 0).secsTo(time)) * pixelsPerHour / SecondsPerHour);

@@ -18,6 +18,8 @@ struct VelDayRows {
     [[nodiscard]] QTime getTime(int y) const;
     /** The end of the row that begins at @p time; 23:59 instead of midnight, so that no range wraps. */
     [[nodiscard]] QTime addInterval(QTime time) const;
+    /** @p rows rows later, or earlier when negative, but within the day; 23:59 stands for its end. */
+    [[nodiscard]] QTime stepped(QTime time, int rows) const;
     /** Pixels from the top to @p time. */
     [[nodiscard]] int top(QTime time) const;
     /** Height of one row. */

@@ -51,7 +51,11 @@ VelDayView::VelDayView(QWidget *parent, VelDay::Mode dayMode, const VelDaySource
     updateColors();
 }
 
-VelDayView::~VelDayView() = default;
+VelDayView::~VelDayView()
+{
+    for (VelDay *day : m_days)
+        day->abandonDrag();
+}
 
 QToolButton *VelDayView::makeButton(const QString &icon)
 {
@@ -99,7 +103,10 @@ void VelDayView::buildColumns()
         day->hide();
     }
     m_scrollView->viewport()->installEventFilter(this);
-    connect(m_scrollView->verticalScrollBar(), &QScrollBar::valueChanged, this, &VelDayView::updateAll);
+    connect(m_scrollView->verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
+        finishInput();
+        updateAll();
+    });
 }
 
 int VelDayView::columnHeight() const
@@ -122,6 +129,9 @@ void VelDayView::updateColors()
 
 void VelDayView::setRange(QDate start, int days)
 {
+    finishInput();
+    for (VelDay *day : m_days)
+        day->abandonDrag();
     m_numDays = qBound(1, days, MaximumDays);
     for (int i = 0; i < MaximumDays; ++i) {
         VelDay *day = m_days[static_cast<std::size_t>(i)];
@@ -129,6 +139,8 @@ void VelDayView::setRange(QDate start, int days)
         if (i < m_numDays) {
             day->updateData(start.addDays(i));
             header->updateData(start.addDays(i));
+        } else {
+            releaseDay(static_cast<std::size_t>(i));
         }
         day->setVisible(i < m_numDays);
         header->setVisible(i < m_numDays);
@@ -142,6 +154,18 @@ void VelDayView::setRange(QDate start, int days)
         updateAll();
     m_prevButton->setToolTip(m_numDays == 1 ? i18n("Previous day") : i18n("Previous week"));
     m_nextButton->setToolTip(m_numDays == 1 ? i18n("Next day") : i18n("Next week"));
+}
+
+void VelDayView::releaseDay(std::size_t index)
+{
+    m_days[index]->release();
+    m_bands[index]->updateData(m_days[index]->date(), {}, 1);
+}
+
+void VelDayView::release()
+{
+    for (std::size_t i = 0; i < m_days.size(); ++i)
+        releaseDay(i);
 }
 
 void VelDayView::updateView()

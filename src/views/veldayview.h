@@ -31,6 +31,8 @@ public:
     void setRange(QDate start, int days);
     [[nodiscard]] QDate startDate() const { return m_days.front()->date(); }
     [[nodiscard]] int numDays() const { return m_numDays; }
+    /** Lets go of all entries: a view that is not shown is not told when they are gone. setRange() gets new ones. */
+    void release();
     /** A new range then leaves the selected time as it is. */
     void setKeepSelection(bool keep) { m_keepSelection = keep; }
     /** Takes the colours and fonts of the preferences. */
@@ -48,8 +50,6 @@ public:
     /// @{
     [[nodiscard]] const VelDaySelection &selection() const { return m_selection; }
     void clearSelection() override;
-    void addSelection(const VelDateTime &start, const VelDateTime &end);
-    bool removeSelection(const VelDateTime &start, const VelDateTime &end, bool keepEnd);
     /** Adds the row if it is not selected, which gives false, else removes it. */
     bool toggleSelection(const VelDateTime &start, const VelDateTime &end, bool keepEnd);
     /** With @p toggle a selected row is deselected instead; @p silent sends no signal. */
@@ -112,6 +112,8 @@ private:
     [[nodiscard]] int columnHeight() const;
     void scrollToWork();
     void updateBands();
+    void releaseDay(std::size_t index);
+    bool selectIfShown(quint32 localid);
     void selectShown(VelDayArea *area, int index);
     void moveSlot(int days, int rows, bool extend);
     void moveSelectedEntry(int days, int rows);

@@ -115,7 +115,7 @@ void VelDayView::moveSlot(int days, int rows, bool extend)
         start = VelDateTime(dayOf(today) ? today : startDate(), settings.workdayBegin);
         end = start;
     } else if (extend && rows != 0) {
-        end = end.addSecs(qint64(rows) * interval);
+        end = end.withTime(m_days.front()->rows().stepped(end.time(), rows));
     } else {
         start = start.addDays(days).addSecs(qint64(rows) * interval);
         end = start;
@@ -152,22 +152,32 @@ void VelDayView::moveSelectedEntry(int days, int rows)
     const qint64 seconds = qint64(rows) * VelApp::getSettings(this)->interval * SecondsPerMinute;
     const VelDateTime start = entry->getStart().addDays(days).addSecs(seconds);
     const quint32 id = entry->localid;
-    if (!VelDrop::move(*document(), id, start).entry)
-        return;
-    if (!dayOf(start.date())) {
-        setDate(start.date());
-        setSelectedEntry(document()->getEntry(id), true);
+    const VelEntry *moved = VelDrop::move(*document(), id, start).entry;
+    if (moved && !selectIfShown(id)) {
+        // A to-do stands on the day that it is due.
+        setDate(moved->type == VelEntry::Todo ? moved->getEnd().date() : start.date());
+        selectIfShown(id);
     }
-    if (VelDay *day = dayOf(start.date()))
-        selectShown(day, day->indexOf(VelEntryRef(document()->getEntry(id))));
+}
+
+bool VelDayView::selectIfShown(quint32 localid)
+{
+    for (const Place &place : places()) {
+        if (place.entry().getOriginal()->localid == localid && place.entry().getNumber() == 0) {
+            selectShown(place.area, place.index);
+            return true;
+        }
+    }
+    return false;
 }
 
 void VelDayView::selectShown(VelDayArea *area, int index)
 {
     if (index < 0)
         return;
-    const QRect rect = area->entry(index).rect();
     setSelectedEntry(area->entry(index).entry().getEntry(), true);
+    area->ensureShown(index);
+    const QRect rect = area->entry(index).rect();
     if (qobject_cast<const VelDay *>(area))
         m_scrollView->ensureVisible(area->x(), rect.top(), 0,
                                     qMin(rect.height(), m_scrollView->height() / 2));
@@ -193,6 +203,8 @@ std::vector<VelDayView::Place> VelDayView::places() const
 /** Selects the next (1) or previous (-1) entry in the order of days and times. False past the last one. */
 bool VelDayView::walkEntries(int step, bool mayLeave)
 {
+    if (m_dayMode == VelDay::Planner)
+        return false; // busy times of others are not the user's to act on
     const std::vector<Place> all = places();
     const int count = static_cast<int>(all.size());
     const auto find = [&all](const auto &test) {

@@ -17,16 +17,6 @@ void VelDayView::clearSelection()
     VelApp::getApp(this)->slotClipboardChanged();
 }
 
-void VelDayView::addSelection(const VelDateTime &start, const VelDateTime &end)
-{
-    m_selection.add(start, end);
-}
-
-bool VelDayView::removeSelection(const VelDateTime &start, const VelDateTime &end, bool keepEnd)
-{
-    return m_selection.remove(start, end, keepEnd, VelApp::getSettings(this)->interval);
-}
-
 bool VelDayView::toggleSelection(const VelDateTime &start, const VelDateTime &end, bool keepEnd)
 {
     clearSelectedEntry(true);

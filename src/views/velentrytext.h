@@ -12,7 +12,7 @@ namespace VelEntryText
 {
 /** From and to, with dates where they are others than @p day. Empty for an entry of that day alone without times. */
 [[nodiscard]] QString times(const VelEntryRef &entry, QDate day);
-/** "Private", "repeats", "reminder 10 minutes", "done": what applies, each after a comma and a blank. */
+/** "private", "tentative", "recurring", "reminder 10 minutes", "completed": what applies, each after a comma and blank. */
 [[nodiscard]] QString marks(const VelEntry &entry);
 /** One sentence: title, day, times and marks. */
 [[nodiscard]] QString describe(const VelEntryRef &entry, QDate day);

@@ -97,8 +97,10 @@ void VelMainView::connectViews()
     connect(m_monthView, &VelMonthView::dayWanted, this, showDay);
     connect(m_dayPicker, &VelDayPicker::dateChanged, this, &VelMainView::slotDateChanged);
     // The next calendar has entries with the same ids, and they are others.
-    connect(VelApp::getDocument(this), &VelDoc::contentsReplaced, this,
-            [this] { getCurrentView()->clearSelectedEntry(false); });
+    connect(VelApp::getDocument(this), &VelDoc::contentsReplaced, this, [this] {
+        getCurrentView()->clearSelectedEntry(false);
+        m_dayView->release();
+    });
     m_minuteTimer.setSingleShot(true);
     connect(&m_minuteTimer, &QTimer::timeout, this, &VelMainView::tick);
     tick();
@@ -147,6 +149,11 @@ VelView *VelMainView::getCurrentView() const
     return viewOf(m_viewType);
 }
 
+void VelMainView::finishInput()
+{
+    getCurrentView()->finishInput();
+}
+
 void VelMainView::setMainView(int type)
 {
     setMainView(type, m_viewSize);
@@ -178,6 +185,8 @@ void VelMainView::showOnly(int type)
         else
             doc->removeView(view);
     }
+    if (type != DayView)
+        m_dayView->release();
     if (hadFocus || !focusWidget())
         getCurrentView()->setFocus(Qt::OtherFocusReason);
 }

@@ -60,6 +60,8 @@ public:
     /** Moves by whole ranges of the view: days, weeks or months; a list stays. */
     void move(int steps);
 
+    /** Takes in the title of a new event that is being typed. */
+    void finishInput();
     /** The big view that is shown. */
     [[nodiscard]] VelView *getCurrentView() const;
     [[nodiscard]] VelDayView *dayView() const { return m_dayView; }

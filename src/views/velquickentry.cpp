@@ -68,9 +68,12 @@ void VelQuickEntry::finish(bool accept)
         return;
     m_isFinished = true;
     const QString title = text().trimmed();
+    const bool hadFocus = hasFocus();
     hide();
     deleteLater();
-    parentWidget()->setFocus(Qt::OtherFocusReason);
+    // When the user went elsewhere, that is where the focus belongs.
+    if (hadFocus)
+        parentWidget()->setFocus(Qt::OtherFocusReason);
     if (accept && !title.isEmpty())
         Q_EMIT entered(title);
 }

@@ -20,6 +20,9 @@ public:
     /** Stands over @p place of @p parent, and is never too small to type in. */
     VelQuickEntry(QWidget *parent, const QRect &place, const VelDateTime &start, const VelDateTime &end);
 
+    /** Takes what was typed so far: the place below is about to be another one. */
+    void finish() { finish(true); }
+
 Q_SIGNALS:
     void entered(const QString &title);
 

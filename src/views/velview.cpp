@@ -67,6 +67,8 @@ bool VelView::isSelectedEntry(const VelEntryRef &entry) const
 const VelEntry *VelView::getSelectedEntry() const
 {
     const VelEntry *entry = hasSelectedEntry() ? document()->getEntry(m_selected.localid) : nullptr;
+    if (entry && entry->isDeleted())
+        return nullptr; // only the notice to the server is left
     return entry && m_selected.number != 0 ? entry->getOccurrence(m_selected.number) : entry;
 }
 
@@ -290,6 +292,13 @@ void VelView::offerNewEntry(const QRect &place, const VelDateTime &start, const 
     auto *line = new VelQuickEntry(this, place, start, end);
     connect(line, &VelQuickEntry::entered, this,
             [this, start, end](const QString &title) { addNewEntry(title, start, end); });
+}
+
+void VelView::finishInput()
+{
+    const QList<VelQuickEntry *> lines = findChildren<VelQuickEntry *>();
+    for (VelQuickEntry *line : lines)
+        line->finish();
 }
 
 void VelView::addNewEntry(const QString &title, const VelDateTime &start, const VelDateTime &end)

@@ -55,6 +55,9 @@ public:
     /** Asks for another date: a view never changes its own range. */
     void setDate(QDate date) { Q_EMIT setDateInternal(date); }
 
+    /** Takes in the title that is being typed, before its place, its calendar or its file is another one. */
+    void finishInput();
+
     [[nodiscard]] bool hasSelectedEntry() const { return m_selected.localid != 0; }
     [[nodiscard]] bool isSelectedEntry(const VelEntry *entry) const;
     [[nodiscard]] bool isSelectedEntry(const VelEntryRef &entry) const;

@@ -36,7 +36,11 @@ public:
         app.show();
         view->setRange(today(), 5);
     }
-    ~Window() { app.doc.removeView(view); }
+    ~Window()
+    {
+        app.doc.removeView(view);
+        delete view; // before the calendar that it shows
+    }
     Q_DISABLE_COPY_MOVE(Window)
 
     const VelEntry *add(const VelDateTime &start, const VelDateTime &end)
@@ -100,6 +104,8 @@ private Q_SLOTS:
     void gesturesShouldChangeTheRecord();
     void gestureGivenUpShouldChangeNothing_data();
     void gestureGivenUpShouldChangeNothing();
+    void lostReleaseShouldGiveUpTheGesture();
+    void titleBeingTypedShouldNotBeLost();
     void nothingShouldMoveWhereItMayNot_data();
     void nothingShouldMoveWhereItMayNot();
     void ownEntryShouldMoveWhereItIsDropped();
@@ -194,6 +200,8 @@ void VelDayViewTest::gesturesShouldChangeTheRecord_data()
         << 3 << QPoint(-2, 20) << QPoint(20, 0) << march(3, 10) << march(4, 12);
     QTest::newRow("left of two days back to one")
         << 4 << QPoint(2, 20) << QPoint(30, 0) << march(4, 10) << march(4, 12);
+    QTest::newRow("ten minutes, hardly moved")
+        << -1 << QPoint(20, -2) << QPoint(1, 0) << march(3, 10) << march(3, 10, 10);
     QTest::newRow("not far enough") << 3 << QPoint(20, 1) << QPoint(0, -6) << march(3, 10) << march(3, 12);
 }
 
@@ -205,7 +213,8 @@ void VelDayViewTest::gesturesShouldChangeTheRecord()
     QFETCH(VelDateTime, start);
     QFETCH(VelDateTime, end);
     Window window;
-    const VelEntry *entry = window.add(march(3, 10), march(lastDay, 12));
+    const VelEntry *entry =
+        window.add(march(3, 10), lastDay < 0 ? march(3, 10, 10) : march(lastDay, 12)); // ten minutes for -1
     const QRect rect = window.rectOf(entry, 3);
     const QPoint from(grip.x() < 0 ? rect.right() + 1 + grip.x() : rect.left() + grip.x(),
                       grip.y() < 0 ? rect.bottom() + 1 + grip.y() : rect.top() + grip.y());
@@ -214,7 +223,7 @@ void VelDayViewTest::gesturesShouldChangeTheRecord()
     QTest::mouseRelease(window.day(3), Qt::LeftButton, {}, from + move);
     QCOMPARE(entry->getStart(), start);
     QCOMPARE(entry->getEnd(), end);
-    const bool hasChanged = start != march(3, 10) || end != march(lastDay, 12);
+    const bool hasChanged = start != march(3, 10) || (lastDay >= 0 && end != march(lastDay, 12));
     QCOMPARE(entry->dirty, int(hasChanged));
     QCOMPARE(window.app.doc.isModified(), hasChanged);
     QVERIFY(!window.app.isLocked);
@@ -246,6 +255,36 @@ void VelDayViewTest::gestureGivenUpShouldChangeNothing()
     QVERIFY(!window.app.isLocked);
     QTest::mouseMove(window.day(3), from - QPoint(0, 60));
     QCOMPARE(entry->getStart(), march(3, 10));
+}
+
+/** The button was let go in a box that came up, or the file was saved by itself in the middle of it. */
+void VelDayViewTest::lostReleaseShouldGiveUpTheGesture()
+{
+    Window window;
+    const VelEntry *entry = window.add(march(3, 10), march(3, 12));
+    const QPoint from = window.rectOf(entry, 3).topLeft() + QPoint(20, 1);
+    window.drag(window.day(3), from, from - QPoint(0, 40));
+    window.app.doc.setModified(false); // as saving does
+    QMouseEvent hover(QEvent::MouseMove, from, window.day(3)->mapToGlobal(from), Qt::NoButton, Qt::NoButton,
+                      {});
+    QCoreApplication::sendEvent(window.day(3), &hover);
+    QCOMPARE(entry->getStart(), march(3, 10));
+    QVERIFY(!window.app.isLocked);
+    QVERIFY(window.app.doc.isModified()); // the file still has what was given up
+    window.drag(window.day(3), from, from - QPoint(0, 40));
+    window.view->setRange(today(), 1);
+    QCOMPARE(entry->getStart(), march(3, 10));
+    QVERIFY(!window.app.isLocked);
+}
+
+void VelDayViewTest::titleBeingTypedShouldNotBeLost()
+{
+    Window window;
+    QTest::mouseDClick(window.day(4), Qt::LeftButton, {}, window.at(4, 13));
+    QTest::keyClicks(window.view->findChild<VelQuickEntry *>(), QStringLiteral("Lunch"));
+    window.view->setRange(today().addDays(7), 5);
+    QCOMPARE(window.app.doc.getEntry(1)->getStart(), march(4, 13));
+    QTRY_VERIFY(!window.view->findChild<VelQuickEntry *>());
 }
 
 void VelDayViewTest::nothingShouldMoveWhereItMayNot_data()
@@ -351,11 +390,15 @@ void VelDayViewTest::pasteShouldGoToTheSelectedTime_data()
     QTest::addColumn<bool>("notime");
     QTest::addColumn<bool>("cut");
     QTest::addColumn<bool>("mayPaste");
+    QTest::addColumn<bool>("foreign"); // copied in the calendar of another user
+    QTest::addColumn<bool>("locked");
     QTest::addColumn<VelDateTime>("start");
-    QTest::newRow("copied") << false << false << true << march(5, 14);
-    QTest::newRow("cut") << false << true << true << march(5, 14);
-    QTest::newRow("without times") << true << false << true << march(5, 10);
-    QTest::newRow("nothing selected") << false << false << false << march(3, 10);
+    QTest::newRow("copied") << false << false << true << false << false << march(5, 14);
+    QTest::newRow("cut") << false << true << true << false << false << march(5, 14);
+    QTest::newRow("without times") << true << false << true << false << false << march(5, 10);
+    QTest::newRow("of another owner") << false << false << true << true << false << march(5, 14);
+    QTest::newRow("nothing selected") << false << false << false << false << false << march(3, 10);
+    QTest::newRow("may not be changed") << false << false << false << false << true << march(3, 10);
 }
 
 void VelDayViewTest::pasteShouldGoToTheSelectedTime()
@@ -363,23 +406,30 @@ void VelDayViewTest::pasteShouldGoToTheSelectedTime()
     QFETCH(bool, notime);
     QFETCH(bool, cut);
     QFETCH(bool, mayPaste);
+    QFETCH(bool, foreign);
+    QFETCH(bool, locked);
     QFETCH(VelDateTime, start);
     Window window;
     const VelEntry *entry = window.add(march(3, 10), march(3, 12));
     const quint32 id = entry->localid;
-    window.app.doc.changeEntry(id, [notime](VelEntry &changed) {
+    window.app.doc.changeEntry(id, [notime, foreign](VelEntry &changed) {
         changed.notime = notime;
         changed.globalid = 77;
+        changed.user = foreign ? 99 : 0;
+        VelAccount guest(QStringLiteral("Guest"), QString(), 7);
+        guest.status = VelAccount::Accepted;
+        changed.accounts.append(guest);
     });
     window.view->setSelectedEntry(entry, true);
     if (cut)
         window.view->cut();
     else
         window.view->copy();
-    if (mayPaste)
+    if (mayPaste || locked)
         window.view->setSelection(march(5, 14), march(5, 15), false, false);
     else
         window.view->clearSelection();
+    window.app.isLocked = locked;
     QCOMPARE(window.view->mayPaste(), mayPaste);
     window.view->paste();
     QCOMPARE(window.app.doc.getEntryCount(), std::size_t(mayPaste && !cut ? 2 : 1));
@@ -388,6 +438,8 @@ void VelDayViewTest::pasteShouldGoToTheSelectedTime()
     QCOMPARE(pasted->getEnd(), start.addSecs(7200));
     QCOMPARE(pasted->globalid, mayPaste && !cut ? 0U : 77U);
     QCOMPARE(pasted->type, int(VelEntry::Event));
+    QCOMPARE(pasted->user, window.app.doc.getUserId());
+    QCOMPARE(pasted->getAccountStatus(7), foreign ? int(VelAccount::Unanswered) : int(VelAccount::Accepted));
 }
 
 void VelDayViewTest::doubleClickShouldOfferANewEntry()
@@ -437,15 +489,24 @@ void VelDayViewTest::entriesWithoutTimesShouldStandAboveTheHours()
     };
     QCOMPARE(window.day(3)->entryCount(), 0);
     VelDayBand *band = bandOf(3);
-    QCOMPARE(band->entryCount() + band->hiddenCount(), 20);
+    QCOMPARE(band->entryCount(), 20);
     QVERIFY(band->hiddenCount() > 0);
     QCOMPARE(bandOf(2)->entryCount(), 0); // a task stands where it is due
     QCOMPARE(bandOf(4)->entryCount(), 1);
     QTest::mouseClick(band, Qt::LeftButton, {}, band->entry(1).rect().center());
     QCOMPARE(window.view->getSelectedEntry()->localid, band->entry(1).entry().getOriginal()->localid);
     QTest::mouseClick(band, Qt::LeftButton, {},
-                      band->entry(band->entryCount() - 1).rect().center() + QPoint(0, band->lineHeight()));
+                      QPoint(band->width() / 2, band->height() - band->lineHeight() / 2));
     QCOMPARE(wanted.value(0).value(0).toDate(), QDate(2026, 3, 3));
+    window.app.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window.app));
+    window.view->setFocus();
+    QTest::mouseClick(band, Qt::LeftButton, {}, band->entry(1).rect().center());
+    for (int i = 2; i < 20; ++i) // the keyboard reaches those that have no line
+        QTest::keyClick(window.view, Qt::Key_Down);
+    QVERIFY(window.view->isSelectedEntry(band->entry(19).entry()));
+    QVERIFY(band->entry(19).rect().isValid());
+    QVERIFY(!band->entry(0).rect().isValid());
     const quint32 id = bandOf(4)->entry(0).entry().getOriginal()->localid;
     VelDrag data(*window.app.doc.getEntry(id), 0);
     window.app.setDraggedEntry(id);
