@@ -40,12 +40,12 @@ VelListViewWidget::VelListViewWidget(QDate start, QWidget *parent)
 
 QDate VelListViewWidget::getStart() const
 {
-    return m_start->date();
+    return m_start->getDate();
 }
 
 QDate VelListViewWidget::getEnd() const
 {
-    return m_end->date();
+    return m_end->getDate();
 }
 
 void VelListViewWidget::setFilter(QDate date)
@@ -57,25 +57,25 @@ void VelListViewWidget::setFilter(QDate date)
     m_end->setDate(date.addDays(span));
 }
 
-void VelListViewWidget::slotStartChanged(QDate date)
+void VelListViewWidget::slotStartChanged()
 {
-    if (getEnd() < date) {
+    if (getEnd() < getStart()) {
         const QSignalBlocker block(m_end);
-        m_end->setDate(date);
+        m_end->setDate(getStart());
     }
     report();
 }
 
-void VelListViewWidget::slotEndChanged(QDate date)
+void VelListViewWidget::slotEndChanged()
 {
-    if (date < getStart()) {
+    if (getEnd() < getStart()) {
         const QSignalBlocker block(m_start);
-        m_start->setDate(date);
+        m_start->setDate(getEnd());
     }
     report();
 }
 
 void VelListViewWidget::report()
 {
-    Q_EMIT dateChanged(m_start->dateTime(), m_end->dateTime());
+    Q_EMIT dateChanged(m_start->getDateTime(), m_end->getDateTime());
 }

@@ -29,8 +29,8 @@ Q_SIGNALS:
     void dateChanged(const QDateTime &start, const QDateTime &end);
 
 private:
-    void slotStartChanged(QDate date);
-    void slotEndChanged(QDate date);
+    void slotStartChanged();
+    void slotEndChanged();
     void report();
 
     WDateTimeWidget *m_start;

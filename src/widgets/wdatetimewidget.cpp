@@ -31,10 +31,10 @@ WDateTimeWidget::WDateTimeWidget(Kind kind, QWidget *parent)
     layout->addWidget(m_dateInput);
     m_dateInput->installEventFilter(this);
     connect(m_dateInput, &KDateComboBox::dateEntered, this, &WDateTimeWidget::takeInput);
-    setFocusProxy(m_dateInput);
-    if (kind == Kind::DateTime) {
+    if (kind != Kind::Date) {
         addTimeInput();
     }
+    hideDate(kind == Kind::Time);
     showValue();
 }
 
@@ -46,9 +46,31 @@ void WDateTimeWidget::addTimeInput()
     connect(m_timeInput, &KTimeComboBox::timeEntered, this, &WDateTimeWidget::takeInput);
 }
 
+void WDateTimeWidget::hideDate(bool hide)
+{
+    m_dateInput->setHidden(hide);
+    // A label's mnemonic must lead to an input that is there.
+    setFocusProxy(hide && m_timeInput ? static_cast<QWidget *>(m_timeInput) : m_dateInput);
+}
+
+void WDateTimeWidget::hideTime(bool hide)
+{
+    if (m_timeInput) {
+        m_timeInput->setHidden(hide);
+    }
+}
+
 void WDateTimeWidget::setDate(const QDate &date)
 {
     setDateTime(QDateTime(date, m_value.time(), Qt::UTC));
+}
+
+void WDateTimeWidget::setTime(const QTime &time)
+{
+    // A date-time would make midnight of a time that is none.
+    if (time.isValid()) {
+        setDateTime(QDateTime(m_value.date(), time, Qt::UTC));
+    }
 }
 
 void WDateTimeWidget::setDateTime(const QDateTime &dateTime)
@@ -58,11 +80,8 @@ void WDateTimeWidget::setDateTime(const QDateTime &dateTime)
         m_value = toTheMinute(dateTime.date(), m_timeInput ? dateTime.time() : QTime(0, 0));
     }
     showValue();
-    if (m_value.date() != before.date()) {
-        Q_EMIT dateChanged(m_value.date());
-    }
     if (m_value != before) {
-        Q_EMIT dateTimeChanged(m_value);
+        Q_EMIT dateChanged(before, m_value);
     }
 }
 
@@ -98,7 +117,6 @@ void WDateTimeWidget::takeInput()
 {
     const QDate date = m_dateInput->date();
     const QTime time = m_timeInput ? m_timeInput->time() : m_value.time();
-    // A date-time would make midnight of a time that is none.
     setDateTime(
         QDateTime(date.isValid() ? date : m_value.date(), time.isValid() ? time : m_value.time(), Qt::UTC));
 }

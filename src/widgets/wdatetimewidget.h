@@ -10,34 +10,40 @@ class KDateComboBox;
 class KTimeComboBox;
 
 /**
- * The input of a day, or of a day with a time to the minute: typing, arrow keys, wheel and a calendar that
- * pops up.
+ * The input of a day, a time to the minute, or both: typing, arrow keys, wheel, a calendar and a list of times
+ * that pop up.
  *
- * It always holds a valid day. What is typed is taken with Return or when the input is left; what is no day
- * or no time then gives way to the last one that was. Date-times are wall clock times that say they are in
- * UTC.
+ * It always holds a valid day and time. What is typed is taken with Return or when the input is left; what is
+ * no day or no time then gives way to the last one that was. Date-times are wall clock times that say they
+ * are in UTC.
  */
 class WDateTimeWidget : public QWidget
 {
     Q_OBJECT
 public:
-    enum class Kind { Date, DateTime };
+    /** What is asked for: a day, whose time is always midnight; a time on a day that is not shown; or both. */
+    enum class Kind { Date, Time, DateTime };
 
     explicit WDateTimeWidget(Kind kind, QWidget *parent = nullptr);
 
-    [[nodiscard]] QDate date() const { return m_value.date(); }
+    /** Hides or shows the input of the day. The day stays as it is. */
+    void hideDate(bool hide = true);
+    /** Hides or shows the input of the time, if there is one. The time stays as it is. */
+    void hideTime(bool hide = true);
+
+    [[nodiscard]] QDate getDate() const { return m_value.date(); }
+    [[nodiscard]] QTime getTime() const { return m_value.time(); }
+    [[nodiscard]] QDateTime getDateTime() const { return m_value; }
     /** Sets the day and leaves the time. An invalid one changes nothing. */
     void setDate(const QDate &date);
-    /** The day with the time, which is midnight where only a day is asked for. */
-    [[nodiscard]] QDateTime dateTime() const { return m_value; }
+    /** Sets the time, without the seconds, and leaves the day. An invalid one changes nothing. */
+    void setTime(const QTime &time);
     /** Sets day and time, without the seconds. An invalid one changes nothing. */
     void setDateTime(const QDateTime &dateTime);
 
 Q_SIGNALS:
-    /** The day is another one, by the user's hand or by a function. */
-    void dateChanged(const QDate &date);
-    /** The day or the time is another one. */
-    void dateTimeChanged(const QDateTime &dateTime);
+    /** The day or the time is another one, by the user's hand or by a function. */
+    void dateChanged(const QDateTime &oldValue, const QDateTime &newValue);
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -50,5 +56,5 @@ private:
 
     QDateTime m_value;
     KDateComboBox *m_dateInput;
-    KTimeComboBox *m_timeInput = nullptr;
+    KTimeComboBox *m_timeInput = nullptr; // none where only a day is asked for
 };

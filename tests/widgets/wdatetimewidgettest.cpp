@@ -24,6 +24,8 @@ private Q_SLOTS:
     void shouldTakeTypedTextWhenComplete_data();
     void shouldTakeTypedTextWhenComplete();
     void shouldTellOfChangesOnce();
+    void shouldAskForTimesAlone();
+    void shouldKeepTheTimeThatItHides();
 };
 
 void WDateTimeWidgetTest::shouldTakeTypedTextWhenComplete_data()
@@ -49,8 +51,7 @@ void WDateTimeWidgetTest::shouldTakeTypedTextWhenComplete()
     input.setDateTime(Start.addSecs(59));
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
-    QSignalSpy days(&input, &WDateTimeWidget::dateChanged);
-    QSignalSpy changes(&input, &WDateTimeWidget::dateTimeChanged);
+    QSignalSpy changes(&input, &WDateTimeWidget::dateChanged);
     QComboBox *day = input.findChild<KDateComboBox *>();
     QComboBox *time = input.findChild<KTimeComboBox *>();
     const bool asTime = typed.contains(QLatin1Char(':'));
@@ -65,22 +66,58 @@ void WDateTimeWidgetTest::shouldTakeTypedTextWhenComplete()
     else
         other.setFocus();
     QCOMPARE(day->currentText() + QLatin1Char(' ') + time->currentText() + QLatin1String(":00"), expected);
-    QCOMPARE(input.dateTime().toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")), expected);
+    QCOMPARE(input.getDateTime().toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")), expected);
     QCOMPARE(changes.count(), expected == QLatin1String(StartText) ? 0 : 1);
-    QCOMPARE(days.count(), asTime ? 0 : changes.count());
 }
 
 void WDateTimeWidgetTest::shouldTellOfChangesOnce()
 {
     WDateTimeWidget input(WDateTimeWidget::Kind::Date);
-    QSignalSpy days(&input, &WDateTimeWidget::dateChanged);
-    QSignalSpy changes(&input, &WDateTimeWidget::dateTimeChanged);
+    QSignalSpy changes(&input, &WDateTimeWidget::dateChanged);
     for (const QDateTime &value : {Start, Start.addSecs(60), QDateTime()})
         input.setDateTime(value);
     QTest::keyClick(input.findChild<KDateComboBox *>(), Qt::Key_Up);
-    QCOMPARE(input.dateTime(), QDateTime(QDate(2026, 3, 30), QTime(0, 0), Qt::UTC));
-    QCOMPARE(days.count(), 2);
+    const QDateTime midnight(Start.date(), QTime(0, 0), Qt::UTC);
+    QCOMPARE(input.getDateTime(), midnight.addDays(1));
     QCOMPARE(changes.count(), 2);
+    QCOMPARE(changes.at(1), QVariantList({midnight, midnight.addDays(1)}));
+}
+
+void WDateTimeWidgetTest::shouldAskForTimesAlone()
+{
+    QWidget window;
+    WDateTimeWidget input(WDateTimeWidget::Kind::Time, &window);
+    QSignalSpy changes(&input, &WDateTimeWidget::dateChanged);
+    input.setDateTime(Start);
+    input.setTime(QTime());
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(!input.findChild<KDateComboBox *>()->isVisible());
+    input.setFocus();
+    auto *time = qobject_cast<KTimeComboBox *>(window.focusWidget());
+    QVERIFY(time);
+    time->lineEdit()->selectAll();
+    QTest::keyClicks(time, QLocale().toString(QTime(17, 5), QLocale::ShortFormat));
+    QTest::keyClick(time, Qt::Key_Return);
+    const QDateTime afternoon(Start.date(), QTime(17, 5), Qt::UTC);
+    QCOMPARE(input.getDateTime(), afternoon);
+    QCOMPARE(changes.value(1), QVariantList({Start, afternoon}));
+}
+
+void WDateTimeWidgetTest::shouldKeepTheTimeThatItHides()
+{
+    WDateTimeWidget input(WDateTimeWidget::Kind::DateTime);
+    input.setDateTime(Start);
+    input.show();
+    const auto *time = input.findChild<KTimeComboBox *>();
+    QVERIFY(time->isVisible());
+    input.hideTime(true);
+    QVERIFY(!time->isVisible());
+    QTest::keyClick(input.findChild<KDateComboBox *>(), Qt::Key_Up);
+    input.hideTime(false);
+    QVERIFY(time->isVisible());
+    QCOMPARE(input.getDateTime(), Start.addDays(1));
+    QCOMPARE(time->time(), Start.time());
 }
 
 QTEST_MAIN(WDateTimeWidgetTest)
