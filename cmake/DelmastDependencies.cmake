@@ -19,13 +19,13 @@ set(DELMAST_KF_COMPONENTS
 if(QT_MAJOR_VERSION EQUAL 5)
   find_package(KF5 5.103 REQUIRED COMPONENTS ${DELMAST_KF_COMPONENTS} Notifications)
   set(DELMAST_KF_TARGETS
-      CalendarCore ConfigCore ConfigGui ConfigWidgets CoreAddons I18n IconThemes KIOCore KIOFileWidgets KIOWidgets
+      CalendarCore ConfigCore ConfigGui ConfigWidgets CoreAddons I18n IconThemes KIOCore KIOFileWidgets KIOGui KIOWidgets
       WidgetsAddons WindowSystem XmlGui)
   add_library(KF::StatusNotifierItem ALIAS KF5::Notifications)
 else()
   find_package(KF6 6.13 REQUIRED COMPONENTS ${DELMAST_KF_COMPONENTS} StatusNotifierItem)
   set(DELMAST_KF_TARGETS
-      CalendarCore ConfigCore ConfigGui ConfigWidgets CoreAddons I18n IconThemes KIOCore KIOFileWidgets KIOWidgets
+      CalendarCore ConfigCore ConfigGui ConfigWidgets CoreAddons I18n IconThemes KIOCore KIOFileWidgets KIOGui KIOWidgets
       WidgetsAddons WindowSystem XmlGui)
   add_library(KF::StatusNotifierItem ALIAS KF6::StatusNotifierItem)
 endif()

@@ -6,6 +6,7 @@
 #include "app/velactions.h"
 #include "app/velfilechooser.h"
 #include "app/velfilecommands.h"
+#include "app/velmailer.h"
 #include "app/velonlinewidget.h"
 #include "app/velprintdialogs.h"
 #include "app/veltray.h"
@@ -37,6 +38,7 @@ constexpr int MsecsPerMinute = 60000;
 VelMainWindow::VelMainWindow(VelSurroundings surroundings)
     : m_messages(std::move(surroundings.messages))
     , m_files(std::move(surroundings.files))
+    , m_mailer(std::move(surroundings.mailer))
     , m_now(surroundings.now ? std::move(surroundings.now)
                              : [] { return VelDateTime::fromQDateTime(QDateTime::currentDateTime()); })
     , m_print(std::move(surroundings.print))
@@ -53,6 +55,8 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
             dialogs->printOut(printout);
         };
     }
+    if (!m_mailer)
+        m_mailer = std::make_unique<VelDesktopMailer>(this, *m_messages, *m_files);
     m_autoSaveTimer.setSingleShot(true);
     connect(&m_autoSaveTimer, &QTimer::timeout, this, &VelMainWindow::slotAutoSave);
 

@@ -5,6 +5,7 @@
 
 #include "app/velconfiguration.h"
 #include "app/velfilechooser.h"
+#include "app/velmailer.h"
 #include "document/velmessages.h"
 #include "hub/velapp.h"
 
@@ -24,6 +25,7 @@ class VelTray;
 struct VelSurroundings {
     std::unique_ptr<VelMessages> messages;
     std::unique_ptr<VelFileChooser> files;
+    std::unique_ptr<VelMailer> mailer;
     std::function<VelDateTime()> now;
     std::function<void(VelPrintout &)> print = {}; ///< takes what is to be printed, in place of the dialogs
 };
@@ -42,6 +44,7 @@ public:
     [[nodiscard]] VelMessages &messages() override { return *m_messages; }
     [[nodiscard]] VelDateTime now() const override { return m_now(); }
     [[nodiscard]] QDate today() const { return m_now().date(); }
+    void informChanges(const VelEntry &entry) override;
     void printOut(VelPrintout &printout) override;
     void setCutCopy(const VelEntry *selected, bool isSelected) override;
     void setEditLock(bool locked) override;
@@ -116,6 +119,7 @@ private:
     VelLook m_look;
     std::unique_ptr<VelMessages> m_messages;
     std::unique_ptr<VelFileChooser> m_files;
+    std::unique_ptr<VelMailer> m_mailer;
     std::function<VelDateTime()> m_now;
     std::function<void(VelPrintout &)> m_print;
     VelDoc *m_doc = nullptr;

@@ -3,6 +3,7 @@
 
 #include "app/velactions.h"
 #include "app/velfilecommands.h"
+#include "app/velmailer.h"
 #include "app/velmainwindow.h"
 #include "app/velrecovery.h"
 #include "document/veldoc.h"
@@ -67,6 +68,17 @@ void VelMainWindow::slotFileExport()
 {
     m_view->finishInput();
     m_fileCommands->exportFile();
+}
+
+void VelMainWindow::informChanges(const VelEntry &entry)
+{
+    const std::optional<VelInvitation> invitation = VelInvitation::of(entry, m_doc->getUserId());
+    if (!invitation)
+        return;
+    const VelMessages::Answer answer =
+        m_messages->questionYesNo(i18n("Do you want to sent invitations via email?"), i18n("Invitations"));
+    if (answer == VelMessages::Answer::Yes)
+        m_mailer->compose(*invitation);
 }
 
 void VelMainWindow::slotFileClose()

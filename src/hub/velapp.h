@@ -64,6 +64,8 @@ public:
     virtual void setEditLock(bool locked) = 0;
     /** True when the user may change the calendar now: their rights suffice and it is not locked. */
     [[nodiscard]] virtual bool mayEdit() const = 0;
+    /** Asks whether to write to those attendees of the entry whom the server does not know, if there are any. */
+    virtual void informChanges(const VelEntry &entry) = 0;
     /** Lets the user look at the pages and print them. */
     virtual void printOut(VelPrintout &printout) = 0;
     /** Tells that Paste may have become possible or impossible. */

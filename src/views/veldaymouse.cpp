@@ -211,10 +211,14 @@ void VelDay::mouseReleaseEvent(QMouseEvent *event)
     }
     // Let go outside the window, it was not meant.
     const QPoint inWindow = mapTo(window(), event->pos());
-    if (window()->rect().contains(inWindow))
-        endDrag();
-    else
+    if (!window()->rect().contains(inWindow)) {
         abandonDrag();
+        return;
+    }
+    const Press press = *m_press;
+    endDrag();
+    if (press.changed)
+        m_view->announceChange(press.before.localid);
 }
 
 void VelDay::endDrag()

@@ -76,6 +76,7 @@ public:
     }
     /** Gives a stored entry other times, here and in all other views. */
     void changeTimes(const VelEntry &entry, const VelDayDrag::Times &times);
+    void announceChange(quint32 localid) { announce(localid); }
     /** Opens the selected entry to be edited. */
     void editSelected();
     void offerNew() override;

@@ -153,6 +153,8 @@ void VelDayView::moveSelectedEntry(int days, int rows)
     const VelDateTime start = entry->getStart().addDays(days).addSecs(seconds);
     const quint32 id = entry->localid;
     const VelEntry *moved = VelDrop::move(*document(), id, start).entry;
+    if (moved)
+        announce(id);
     if (moved && !selectIfShown(id)) {
         // A to-do stands on the day that it is due.
         setDate(moved->type == VelEntry::Todo ? moved->getEnd().date() : start.date());

@@ -158,6 +158,8 @@ void VelView::paste()
     if (hasSelection())
         VelPaste::moveTo(*decoded, getSelectionStart());
     const VelEntry *entry = VelPaste::addPasted(*document(), std::move(decoded));
+    if (entry->globalid != 0)
+        announce(entry->localid); // taken back what others think is gone
     document()->setModified(true);
     // First the date: a view that moves to another one lets go of what was selected there.
     setDate(entry->getStart().date());
@@ -217,6 +219,15 @@ WPopupMenu *VelView::getPopup()
     return m_popup;
 }
 
+void VelView::announce(quint32 localid)
+{
+    QTimer::singleShot(0, this, [this, localid] {
+        const VelEntry *entry = document()->getEntry(localid);
+        if (entry && !entry->isDeleted())
+            VelApp::getApp(this)->informChanges(*entry);
+    });
+}
+
 void VelView::dragEntry(const VelEntry *entry)
 {
     VelApp *app = VelApp::getApp(this);
@@ -252,7 +263,8 @@ void VelView::dropEntry(QDropEvent *event, const std::function<VelDateTime(const
     if (!event->isAccepted())
         return;
     if (const VelEntry *own = document()->getEntry(VelApp::getApp(this)->getDraggedEntry())) {
-        VelDrop::move(*document(), own->localid, startFor(*own));
+        if (VelDrop::move(*document(), own->localid, startFor(*own)).entry)
+            announce(own->localid);
         return;
     }
     auto entries =

@@ -92,6 +92,8 @@ protected:
 
     /** True when the mouse may take that entry elsewhere: it is the user's to change and does not repeat. */
     [[nodiscard]] bool mayMove(const VelEntry *entry) const;
+    /** Tells those whom the server does not know of the entry's change, once the present event has been dealt with. */
+    void announce(quint32 localid);
     /** Lets the user drag a stored entry to another day, view, window or program; returns when that is over. */
     void dragEntry(const VelEntry *entry);
     /** True when what is dragged here may be dropped. */

@@ -7,6 +7,7 @@
 #include "app/velprintdialogs.h"
 #include "app/velprintpreview.h"
 #include "app/velrecovery.h"
+#include "formats/velvcalendar.h"
 #include "hub/velprintout.h"
 #include "support/fakemessages.h"
 #include "support/testcalendar.h"
@@ -52,6 +53,14 @@ public:
     QUrl choice;
 };
 
+/** Keeps what would be mailed. */
+class FakeMailer : public VelMailer
+{
+public:
+    void compose(const VelInvitation &invitation) override { sent.push_back(invitation); }
+    std::vector<VelInvitation> sent;
+};
+
 /** The window with its session functions open to the test. */
 class Window : public VelMainWindow
 {
@@ -80,10 +89,13 @@ public:
         auto ownMessages = std::make_unique<FakeMessages>();
         auto ownFiles = std::make_unique<FakeFiles>();
         messages = ownMessages.get();
+        auto ownMailer = std::make_unique<FakeMailer>();
         files = ownFiles.get();
-        window = new Window(
-            VelSurroundings{std::move(ownMessages), std::move(ownFiles), [] { return at(testDay(), 10); },
-                            [this](VelPrintout &printout) { printed.append(printout.title()); }});
+        mailer = ownMailer.get();
+        window =
+            new Window(VelSurroundings{std::move(ownMessages), std::move(ownFiles), std::move(ownMailer),
+                                       [] { return at(testDay(), 10); },
+                                       [this](VelPrintout &printout) { printed.append(printout.title()); }});
         window->show();
     }
     /** One that shows the list, of which most of these tests use the rows. */
@@ -108,6 +120,7 @@ public:
 
     FakeMessages *messages;
     FakeFiles *files;
+    FakeMailer *mailer;
     QStringList printed;
     QPointer<Window> window;
 };
@@ -137,6 +150,8 @@ private Q_SLOTS:
     void sessionShouldBringBackUnsavedChanges_data();
     void sessionShouldBringBackUnsavedChanges();
     void quitShouldTakeItsDataOffTheClipboard();
+    void onlyGuestsOutsideTheServerShouldBeMailed_data();
+    void onlyGuestsOutsideTheServerShouldBeMailed();
     void keysShouldSwitchViews_data();
     void keysShouldSwitchViews();
     void previewShouldSaveAsPdf_data();
@@ -583,6 +598,50 @@ void VelMainWindowTest::previewShouldSaveAsPdf()
     QCOMPARE(bytes.startsWith("%PDF"), isWritten);
     QCOMPARE(bytes == before, exists && !isWritten);
     QCOMPARE(session.messages->count(), isWritten && !exists ? 0 : 1);
+}
+
+void VelMainWindowTest::onlyGuestsOutsideTheServerShouldBeMailed_data()
+{
+    QTest::addColumn<bool>("hasGuests");
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<int>("questions");
+    QTest::addColumn<int>("mails");
+    QTest::newRow("colleagues only") << false << int(Answer::Yes) << 0 << 0;
+    QTest::newRow("guests, no") << true << int(Answer::No) << 1 << 0;
+    QTest::newRow("guests, yes") << true << int(Answer::Yes) << 1 << 1;
+}
+
+void VelMainWindowTest::onlyGuestsOutsideTheServerShouldBeMailed()
+{
+    QFETCH(bool, hasGuests);
+    QFETCH(int, answer);
+    Session session;
+    session.messages->orderAnswer(static_cast<Answer>(answer));
+    VelEntry entry = makeEvent(QStringLiteral("Meeting"), march(2, 9), march(2, 10));
+    entry.rule = dailyRule(1, 3);
+    entry.accounts.append(VelAccount(QStringLiteral("Colleague"), QStringLiteral("c@example.org"), 7));
+    if (hasGuests) {
+        for (const char *email : {"a@example.org", "", "b@example.org"})
+            entry.accounts.append(VelAccount(QStringLiteral("Guest"), QLatin1String(email), 0));
+    }
+    session.window->informChanges(entry);
+    QTEST(session.messages->count(), "questions");
+    QTEST(int(session.mailer->sent.size()), "mails");
+    if (session.mailer->sent.empty())
+        return;
+    QCOMPARE(session.messages->last().text, QStringLiteral("Do you want to sent invitations via email?"));
+    const VelInvitation &sent = session.mailer->sent.front();
+    QCOMPARE(sent.recipients,
+             QStringList({QStringLiteral("a@example.org"), QStringLiteral("b@example.org")}));
+    QCOMPARE(sent.subject, QStringLiteral("Meeting"));
+    QCOMPARE(sent.body,
+             QString(QLatin1String("Start: 2 Mar 2026 09:00\nEnd: 2 Mar 2026 10:00\n")
+                     + entry.getRecurrenceText() + QLatin1String("\n\n")));
+    const auto attached = VelVCalendar::readAll(sent.vCalendar).entries;
+    QCOMPARE(attached.size(), std::size_t(1));
+    QCOMPARE(attached.front()->getTitle(), entry.getTitle());
+    QCOMPARE(attached.front()->getStart(), entry.getStart());
+    QCOMPARE(attached.front()->rule, entry.rule);
 }
 
 QTEST_MAIN(VelMainWindowTest)

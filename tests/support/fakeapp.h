@@ -37,6 +37,7 @@ public:
     void setEditLock(bool locked) override { isLocked = locked; }
     [[nodiscard]] bool mayEdit() const override { return !isLocked && doc.isWritable(); }
     [[nodiscard]] VelDateTime now() const override { return fakeNow; }
+    void informChanges(const VelEntry &entry) override { informed.append(entry.getTitle()); }
     void printOut(VelPrintout &printout) override
     {
         printedTitle = printout.title();
@@ -54,5 +55,6 @@ public:
     int printCount = 0;
     QString printedTitle;
     int clipboardCount = 0;
+    QStringList informed; // titles of the entries whose attendees were told
     bool isLocked = false;
 };
