@@ -186,8 +186,8 @@ void VelActions::makeEntryActions()
 
 void VelActions::makeSettingsActions()
 {
-    later(withStatus(KStandardAction::preferences(nullptr, nullptr, m_collection),
-                     i18n("Change settings in preferences")));
+    withStatus(KStandardAction::preferences(m_window, &VelMainWindow::slotPreferences, m_collection),
+               i18n("Change settings in preferences"));
     withStatus(KStandardAction::keyBindings(m_window, &VelMainWindow::slotAccels, m_collection),
                i18n("Change configured shortcuts"));
     withStatus(KStandardAction::configureToolbars(m_window, &VelMainWindow::slotToolbar, m_collection),

@@ -3,6 +3,8 @@
 
 #include "app/velconfiguration.h"
 
+#include "model/vellimits.h"
+
 #include <KConfig>
 
 #include <algorithm>
@@ -11,9 +13,6 @@
 
 namespace
 {
-constexpr int HighestPort = 65535;
-constexpr int LongestInterval = 7 * 24 * 60; // minutes
-constexpr int LongestReminder = 32000 * 24 * 60; // minutes: the most that the reminder's input can say
 constexpr int DigestLength = 32;
 
 struct ColorKey {
@@ -51,10 +50,10 @@ struct NumberKey {
 };
 
 constexpr std::array<NumberKey, 4> NumberKeys{
-    {{"Port", &VelSettings::port, 1, HighestPort},
-     {"AutoSaveInterval", &VelSettings::autoSaveInterval, 1, LongestInterval},
-     {"AutoSyncInterval", &VelSettings::autoSyncInterval, 1, LongestInterval},
-     {"ReminderDefault", &VelSettings::reminderDefault, 0, LongestReminder}}};
+    {{"Port", &VelSettings::port, 1, VelLimits::HighestPort},
+     {"AutoSaveInterval", &VelSettings::autoSaveInterval, 1, VelLimits::LongestInterval},
+     {"AutoSyncInterval", &VelSettings::autoSyncInterval, 1, VelLimits::LongestInterval},
+     {"ReminderDefault", &VelSettings::reminderDefault, 0, VelLimits::LongestReminder}}};
 
 struct UrlKey {
     const char *key;

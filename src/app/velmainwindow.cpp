@@ -236,6 +236,25 @@ void VelMainWindow::setAutoSaveTimer()
         m_autoSaveTimer.stop();
 }
 
+void VelMainWindow::updateAll()
+{
+    m_view->updateColors();
+    setAutoSaveTimer();
+    const QList<QWidget *> widgets = findChildren<QWidget *>();
+    for (QWidget *widget : widgets)
+        widget->update();
+}
+
+void VelMainWindow::takePreferences(const VelSettings &settings, const VelLook &look)
+{
+    const bool isOtherWeek = settings.getWorkdays() != m_settings.getWorkdays();
+    m_settings = settings;
+    m_look = look;
+    updateAll();
+    if (isOtherWeek)
+        m_view->setMainView(m_view->viewType(), m_view->viewSize());
+}
+
 void VelMainWindow::slotAutoSave()
 {
     setAutoSaveTimer();

@@ -19,6 +19,7 @@ class VelActions;
 class VelFileCommands;
 class VelMainView;
 class VelOnlineWidget;
+class VelPreferences;
 class VelTray;
 
 /** What a window asks of the world, so that a test can be that world. Null members stand for the usual. */
@@ -64,6 +65,8 @@ public:
     void dock();
     /** Writes the options of the window and the preferences. */
     void saveOptions();
+    /** Follows changed preferences: colours and fonts, timers, and everything that is painted. */
+    void updateAll();
 
 public Q_SLOTS:
     void slotFileNewWindow();
@@ -91,6 +94,7 @@ public Q_SLOTS:
     void slotViewList();
     void slotNewEntry();
     void slotPurgeCompleted();
+    void slotPreferences();
     void slotAccels();
     void slotToolbar();
     void slotClipboardChanged() override;
@@ -112,6 +116,7 @@ private:
     void buildGui();
     void rebuildGui();
     void setAutoSaveTimer();
+    void takePreferences(const VelSettings &settings, const VelLook &look);
     void updateCaption();
     void updateEditActions();
 
@@ -124,6 +129,7 @@ private:
     std::function<void(VelPrintout &)> m_print;
     VelDoc *m_doc = nullptr;
     VelMainView *m_view = nullptr;
+    VelPreferences *m_preferences = nullptr;
     QLabel *m_statusText = nullptr;
     VelOnlineWidget *m_onlineWidget = nullptr;
     std::unique_ptr<VelActions> m_actions;

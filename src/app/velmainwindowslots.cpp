@@ -6,6 +6,7 @@
 #include "app/velmailer.h"
 #include "app/velmainwindow.h"
 #include "app/velrecovery.h"
+#include "dialogs/velpreferences.h"
 #include "document/veldoc.h"
 #include "document/veldrag.h"
 #include "document/velmessages.h"
@@ -14,6 +15,7 @@
 
 #include <KEditToolBar>
 #include <KLocalizedString>
+#include <KSharedConfig>
 #include <KToggleAction>
 #include <KToolBar>
 #include <KXMLGUIFactory>
@@ -183,6 +185,26 @@ void VelMainWindow::slotPurgeCompleted()
                                          : i18np("One completed to-do task was removed.",
                                                  "%1 completed to-do tasks were removed.", purged),
                              5000);
+}
+
+void VelMainWindow::slotPreferences()
+{
+    if (!m_preferences) {
+        KConfig *config = KSharedConfig::openConfig().data();
+        m_preferences = new VelPreferences(this, VelConfiguration::generalOptions(config));
+        connect(m_preferences, &VelPreferences::settingsChanged, this,
+                [this](const VelSettings &settings, const VelLook &look) {
+                    // They are the user's: a window that kept its own would write them over these when it closes.
+                    const QList<KMainWindow *> windows = memberList();
+                    for (KMainWindow *each : windows) {
+                        if (auto *window = qobject_cast<VelMainWindow *>(each))
+                            window->takePreferences(settings, look);
+                    }
+                    saveOptions();
+                });
+    }
+    m_preferences->refresh(m_settings, m_look);
+    m_preferences->show();
 }
 
 void VelMainWindow::slotAccels()

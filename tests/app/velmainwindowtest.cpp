@@ -8,6 +8,7 @@
 #include "app/velprintpreview.h"
 #include "app/velrecovery.h"
 #include "formats/velvcalendar.h"
+#include "dialogs/velpreferences.h"
 #include "hub/velprintout.h"
 #include "support/fakemessages.h"
 #include "support/testcalendar.h"
@@ -17,10 +18,12 @@
 #include "views/velmainview.h"
 #include "widgets/wtable.h"
 
+#include <KColorButton>
 #include <KConfigGroup>
 #include <KSharedConfig>
 
 #include <QAction>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
@@ -154,6 +157,7 @@ private Q_SLOTS:
     void onlyGuestsOutsideTheServerShouldBeMailed();
     void keysShouldSwitchViews_data();
     void keysShouldSwitchViews();
+    void preferencesShouldTakeEffectAndSurviveARestart();
     void previewShouldSaveAsPdf_data();
     void previewShouldSaveAsPdf();
 
@@ -557,6 +561,37 @@ void VelMainWindowTest::keysShouldSwitchViews()
     session.trigger("file_print");
     QCOMPARE(session.printed, QStringList(printed));
     QCOMPARE(session.window->statusBar()->findChild<QLabel *>()->text(), QStringLiteral("Ready."));
+}
+
+/** In all windows at once, or one that still has the old ones would write them when it closes. */
+void VelMainWindowTest::preferencesShouldTakeEffectAndSurviveARestart()
+{
+    const auto paintedColor = [](const Session &session) {
+        const VelDay *day = session.window->mainView()->dayView()->dayOf(testDay());
+        const QRect row = day->rowRect(QTime(2, 0));
+        return const_cast<VelDay *>(day)->grab(row).toImage().pixelColor(row.width() / 2, row.height() / 2);
+    };
+    {
+        Session session;
+        const Session other;
+        session.trigger("options_configure");
+        auto *dialog = session.window->findChild<VelPreferences *>();
+        dialog->findChild<QWidget *>(QStringLiteral("Workdays"))->findChildren<QCheckBox *>().at(5)->click();
+        dialog->findChild<KColorButton *>(QStringLiteral("DayOffHour"))->setColor(QColor(1, 2, 3));
+        dialog->accept();
+        for (const Session *each : {static_cast<const Session *>(&session), &other}) {
+            QCOMPARE(each->window->mainView()->dayView()->numDays(), 6); // with Saturday
+            QCOMPARE(paintedColor(*each), QColor(1, 2, 3));
+        }
+        session.trigger("options_configure");
+        QCOMPARE(session.window->findChildren<VelPreferences *>(), QList<VelPreferences *>{dialog});
+        QVERIFY(dialog->isVisible());
+        dialog->reject();
+        QVERIFY(other.window->close());
+    }
+    const Session session;
+    QCOMPARE(session.window->mainView()->dayView()->numDays(), 6);
+    QCOMPARE(paintedColor(session), QColor(1, 2, 3));
 }
 
 void VelMainWindowTest::previewShouldSaveAsPdf_data()

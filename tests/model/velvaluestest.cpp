@@ -5,6 +5,7 @@
 #include "model/velrecurrencerule.h"
 #include "model/velsettings.h"
 #include "model/veltext.h"
+#include "model/wsecurity.h"
 
 #include <QLocale>
 #include <QTest>
@@ -159,6 +160,23 @@ private Q_SLOTS:
         VelAccountList accounts{al, bo};
         accounts.sort();
         QCOMPARE(accounts.first(), bo);
+    }
+
+    void shouldDigestAsRfc1321AndInLatin1()
+    {
+        const std::pair<const char *, const char *> digests[] = {
+            {"", "d41d8cd98f00b204e9800998ecf8427e"},
+            {"a", "0cc175b9c0f1b6a831c399e269772661"},
+            {"abc", "900150983cd24fb0d6963f7d28e17f72"},
+            {"message digest", "f96b697d7cb7938d525a2f31aaf161d0"},
+            {"abcdefghijklmnopqrstuvwxyz", "c3fcd3d76192e4007dfb496cca67e13b"},
+            {"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789",
+             "d174ab98d277d9f5a5611c2c9f419d9f"},
+            {"12345678901234567890123456789012345678901234567890123456789012345678901234567890",
+             "57edf4a22be3c955ac49da2e2107b67a"},
+            {"p\u00e4ssword", "0126cf1f6e0dba240af4c5537ca51d0e"}};
+        for (const auto &[password, digest] : digests)
+            QCOMPARE(WSecurity::md5(QString::fromUtf8(password)), QLatin1String(digest));
     }
 };
 

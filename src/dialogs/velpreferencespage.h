@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QIcon>
+#include <QWidget>
+
+class VelSettings;
+struct VelLook;
+
+/** One page of the preferences: inputs for some of their fields. */
+class VelPreferencesPage : public QWidget
+{
+    Q_OBJECT
+public:
+    using QWidget::QWidget;
+    using QWidget::show;
+
+    [[nodiscard]] virtual QString title() const = 0;
+    [[nodiscard]] virtual QIcon icon() const = 0;
+    /** Fills the inputs. */
+    virtual void show(const VelSettings &settings, const VelLook &look) = 0;
+    /** Writes what the inputs hold, and leaves all other fields as they are. */
+    virtual void store(VelSettings &settings, VelLook &look) const = 0;
+    /** Why the inputs cannot be stored as they are; empty when they can. */
+    [[nodiscard]] virtual QString problem() const { return {}; }
+
+Q_SIGNALS:
+    /** Some input holds another value, by the user's hand or by a function. */
+    void changed();
+
+protected:
+    /** Reports each change of each input that is on the page by now. */
+    void watchInputs();
+    /** A tool tip that is the What's-This text too. */
+    static void explain(QWidget *widget, const QString &text);
+};

@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "dialogs/velworkpage.h"
+
+#include "hub/velapp.h"
+#include "model/velsettings.h"
+#include "views/velweekdaywidget.h"
+
+#include <KLocalizedString>
+
+#include <QCheckBox>
+#include <QFormLayout>
+#include <QLocale>
+#include <QTimeEdit>
+
+namespace
+{
+/** The locale's, without the seconds that some have even in the short form. */
+QString timeFormat()
+{
+    QString format = QLocale().timeFormat(QLocale::ShortFormat);
+    for (const QLatin1String seconds : {QLatin1String(":ss"), QLatin1String(".ss")})
+        format.remove(seconds);
+    return format;
+}
+} // namespace
+
+VelWorkPage::VelWorkPage(QWidget *parent)
+    : VelPreferencesPage(parent)
+    , m_days(new VelWeekDayWidget(this))
+    , m_begin(new QTimeEdit(this))
+    , m_end(new QTimeEdit(this))
+    , m_dock(new QCheckBox(i18n("&Minimise the window into the system tray"), this))
+{
+    m_days->setObjectName(QStringLiteral("Workdays"));
+    m_begin->setObjectName(QStringLiteral("WorkdayBegin"));
+    m_end->setObjectName(QStringLiteral("WorkdayEnd"));
+    m_dock->setObjectName(QStringLiteral("Dock"));
+    for (QTimeEdit *time : {m_begin, m_end}) {
+        time->setDisplayFormat(timeFormat());
+        time->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    }
+    m_days->setFocusProxy(m_days->findChild<QCheckBox *>());
+
+    auto *layout = new QFormLayout(this);
+    layout->setRowWrapPolicy(QFormLayout::WrapLongRows);
+    layout->addRow(i18n("&Working days:"), m_days);
+    layout->addRow(i18n("Work &begins:"), m_begin);
+    layout->addRow(i18n("Work &ends:"), m_end);
+    layout->addRow(QString(), m_dock);
+    explain(m_days, i18n("The days that the view of the working week goes from and to"));
+    const QString hours = i18n("Working hours have another background. Only full hours are told apart.");
+    explain(m_begin, hours);
+    explain(m_end, hours);
+    explain(m_dock, i18n("A minimised window then is an icon in the system tray"));
+    watchInputs();
+}
+
+QString VelWorkPage::title() const
+{
+    return i18n("Working Time");
+}
+
+QIcon VelWorkPage::icon() const
+{
+    return VelApp::getIcon(QStringLiteral("view5"));
+}
+
+void VelWorkPage::show(const VelSettings &settings, const VelLook &)
+{
+    m_days->setList(settings.getWorkdays());
+    m_begin->setTime(settings.workdayBegin);
+    m_end->setTime(settings.workdayEnd);
+    m_dock->setChecked(settings.dock);
+}
+
+void VelWorkPage::store(VelSettings &settings, VelLook &) const
+{
+    settings.setWorkdays(m_days->getList());
+    settings.workdayBegin = m_begin->time();
+    settings.workdayEnd = m_end->time();
+    settings.dock = m_dock->isChecked();
+}
+
+QString VelWorkPage::problem() const
+{
+    if (m_days->getList().isEmpty())
+        return i18n("Please choose at least one working day.");
+    if (m_begin->time() >= m_end->time())
+        return i18n("Work must begin before it ends.");
+    return {};
+}
