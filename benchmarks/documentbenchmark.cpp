@@ -77,4 +77,31 @@ void moveEntry(benchmark::State &state)
     }
 }
 BENCHMARK(moveEntry)->Unit(benchmark::kMicrosecond);
+
+/** Sets a reminder anew, and finds the one that then rings next. */
+void nextReminder(benchmark::State &state)
+{
+    VelDoc &doc = loadedDocument();
+    std::mt19937 random(1); // NOLINT(cert-msc51-cpp): the same reminders each time
+    const auto last = static_cast<quint32>(doc.getEntryCount());
+    qint64 day = 0;
+    for (auto _ : state) {
+        doc.changeEntry(random() % last + 1, [&random](VelEntry &entry) {
+            entry.reminder = random() % 1440 + 1;
+            entry.reminderfired = false;
+        });
+        day += doc.nextReminder()->time.julianDay();
+    }
+    benchmark::DoNotOptimize(day);
+}
+BENCHMARK(nextReminder)->Unit(benchmark::kMicrosecond);
+
+/** The whole of what a change of entries, or a minute, costs. */
+void updateAlarm(benchmark::State &state)
+{
+    VelDoc &doc = loadedDocument();
+    for (auto _ : state)
+        doc.updateAlarm();
+}
+BENCHMARK(updateAlarm)->Unit(benchmark::kMicrosecond);
 } // namespace

@@ -53,7 +53,9 @@ int runOnce(int &argc, char **argv)
     QApplication::setWindowIcon(VelApp::getIcon(QStringLiteral("delmasttime")));
     FirstPaint painted;
     application.installEventFilter(&painted);
-    auto *window = new VelMainWindow;
+    VelSurroundings surroundings;
+    surroundings.alerts = std::make_unique<VelAlertSurface>(); // nobody is there to answer
+    auto *window = new VelMainWindow(std::move(surroundings));
     window->showOrDock();
     window->openDocumentFile(QUrl::fromLocalFile(QFile::decodeName(argv[2])));
     QApplication::exec();

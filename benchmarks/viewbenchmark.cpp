@@ -26,6 +26,7 @@ VelMainWindow &window()
         VelSurroundings surroundings;
         surroundings.messages = std::make_unique<VelBenchmark::Silent>();
         surroundings.now = [] { return VelDateTime(QDate(2026, 11, 21), QTime(10, 0)); };
+        surroundings.alerts = std::make_unique<VelAlertSurface>();
         auto *made = new VelMainWindow(std::move(surroundings));
         made->resize(1280, 800);
         made->show();

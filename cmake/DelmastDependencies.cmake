@@ -5,9 +5,9 @@
 # so that no other build file knows which of the two it is.
 
 set(QT_MIN_VERSION 5.15.2)
-find_package(Qt${QT_MAJOR_VERSION} ${QT_MIN_VERSION} REQUIRED COMPONENTS Core Gui Widgets Svg PrintSupport Test)
+find_package(Qt${QT_MAJOR_VERSION} ${QT_MIN_VERSION} REQUIRED COMPONENTS Core Gui Widgets DBus Svg PrintSupport Test)
 if(QT_MAJOR_VERSION EQUAL 5)
-  foreach(component Core Gui Widgets Svg PrintSupport Test)
+  foreach(component Core Gui Widgets DBus Svg PrintSupport Test)
     if(NOT TARGET Qt::${component})
       add_library(Qt::${component} ALIAS Qt5::${component})
     endif()
@@ -15,18 +15,18 @@ if(QT_MAJOR_VERSION EQUAL 5)
 endif()
 
 set(DELMAST_KF_COMPONENTS
-    CalendarCore Config ConfigWidgets CoreAddons I18n IconThemes KIO WidgetsAddons WindowSystem XmlGui)
+    CalendarCore Config ConfigWidgets CoreAddons I18n IconThemes KIO Notifications WidgetsAddons WindowSystem XmlGui)
 if(QT_MAJOR_VERSION EQUAL 5)
-  find_package(KF5 5.103 REQUIRED COMPONENTS ${DELMAST_KF_COMPONENTS} Notifications)
+  find_package(KF5 5.103 REQUIRED COMPONENTS ${DELMAST_KF_COMPONENTS})
   set(DELMAST_KF_TARGETS
       CalendarCore ConfigCore ConfigGui ConfigWidgets CoreAddons I18n IconThemes KIOCore KIOFileWidgets KIOGui KIOWidgets
-      WidgetsAddons WindowSystem XmlGui)
+      Notifications WidgetsAddons WindowSystem XmlGui)
   add_library(KF::StatusNotifierItem ALIAS KF5::Notifications)
 else()
   find_package(KF6 6.13 REQUIRED COMPONENTS ${DELMAST_KF_COMPONENTS} StatusNotifierItem)
   set(DELMAST_KF_TARGETS
       CalendarCore ConfigCore ConfigGui ConfigWidgets CoreAddons I18n IconThemes KIOCore KIOFileWidgets KIOGui KIOWidgets
-      WidgetsAddons WindowSystem XmlGui)
+      Notifications WidgetsAddons WindowSystem XmlGui)
   add_library(KF::StatusNotifierItem ALIAS KF6::StatusNotifierItem)
 endif()
 foreach(component ${DELMAST_KF_TARGETS})
@@ -36,6 +36,14 @@ foreach(component ${DELMAST_KF_TARGETS})
 endforeach()
 
 find_package(EXPAT REQUIRED)
+
+# What the notifications play their sounds with has no package file of its own.
+find_path(Canberra_INCLUDE_DIR canberra.h REQUIRED)
+find_library(Canberra_LIBRARY canberra REQUIRED)
+add_library(Canberra::Canberra UNKNOWN IMPORTED)
+set_target_properties(Canberra::Canberra PROPERTIES
+  IMPORTED_LOCATION ${Canberra_LIBRARY}
+  INTERFACE_INCLUDE_DIRECTORIES ${Canberra_INCLUDE_DIR})
 
 find_program(DELMAST_CCACHE ccache)
 if(DELMAST_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)

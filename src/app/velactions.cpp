@@ -107,8 +107,9 @@ void VelActions::makeFileActions()
     connect(add("file_export", i18n("&Export..."), "fileexport",
                 i18n("Export calendar to vCalendar or XML file")),
             &VelMainWindow::slotFileExport);
-    later(add("file_archive", i18n("&Archive Old Entries..."), "archive",
-              i18n("Archive old calendar entries")));
+    connect(
+        add("file_archive", i18n("&Archive Old Entries..."), "archive", i18n("Archive old calendar entries")),
+        &VelMainWindow::slotFileArchive);
     withStatus(KStandardAction::close(m_window, &VelMainWindow::slotFileClose, m_collection),
                i18n("Closes the actual calendar"));
     withStatus(KStandardAction::print(m_window, &VelMainWindow::slotFilePrint, m_collection),
@@ -173,7 +174,9 @@ void VelActions::makeEntryActions()
     later(
         addEntry("new_todo", i18n("New &To-Do Task"), "newtodo", Qt::Key_T, i18n("Create a new to-do task")));
     later(addEntry("edit_entry", i18n("&Edit Event"), "edit", Qt::Key_E, i18n("Edit the selected event")));
-    later(addEntry("view_entry", i18n("&View Event"), "info", Qt::Key_I, i18n("View the selected event")));
+    viewEntry =
+        addEntry("view_entry", i18n("&View Event"), "info", Qt::Key_I, i18n("View the selected event"));
+    connect(viewEntry, &VelMainWindow::slotViewEntry);
     del = addEntry("edit_delete", i18n("&Delete Event"), "editdelete", Qt::Key_Delete,
                    i18n("Delete the selected event"));
     connect(del, &VelMainWindow::slotEditDelete);

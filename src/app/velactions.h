@@ -27,6 +27,7 @@ public:
     QAction *save = nullptr;
     QAction *quit = nullptr;
     QAction *import = nullptr;
+    QAction *viewEntry = nullptr;
     QAction *cut = nullptr;
     QAction *copy = nullptr;
     QAction *paste = nullptr;

@@ -4,6 +4,7 @@
 #include "app/velfilecommands.h"
 
 #include "app/velfilechooser.h"
+#include "document/velarchiver.h"
 #include "document/velcalendarfile.h"
 #include "document/veldoc.h"
 #include "document/velexchange.h"
@@ -11,6 +12,7 @@
 #include "document/velpaste.h"
 #include "document/veltransfer.h"
 #include "document/velurl.h"
+#include "model/velsettings.h"
 
 #include <KLocalizedString>
 #include <KRecentFilesAction>
@@ -189,4 +191,42 @@ void VelFileCommands::exportFile()
             m_context.messages.error(i18n("Cannot write to the file."));
     }
     ready();
+}
+
+void VelFileCommands::archive()
+{
+    if (m_context.isEditLocked() || !m_context.doc.isWritable()) {
+        m_context.messages.error(i18n("This calendar cannot be changed now. Nothing was archived."));
+    } else {
+        const VelArchiveChoice usual{m_context.doc.today().addYears(-1), m_context.settings.archiveFile};
+        const std::optional<VelArchiveChoice> choice = m_context.chooseArchive(usual);
+        // It may have been opened or locked anew while the user was choosing.
+        const bool mayChange = !m_context.isEditLocked() && m_context.doc.isWritable();
+        if (mayChange && choice && !choice->url.isEmpty())
+            archive(*choice);
+    }
+    ready();
+}
+
+void VelFileCommands::archive(const VelArchiveChoice &choice)
+{
+    VelArchiver archiver(m_context.doc, m_context.messages, m_context.settings);
+    VelArchiver::Result result = VelArchiver::Result::Failed;
+    {
+        const BusyCursor busy;
+        if (!archiver.open(choice.url))
+            return;
+        m_context.settings.archiveFile = archiver.URL();
+        result = archiver.archive(choice.date);
+    }
+    if (result == VelArchiver::Result::Nothing)
+        m_context.messages.information(
+            i18n("No calendar entries matched the archive criteria. Nothing archived."));
+    if (result != VelArchiver::Result::Archived)
+        return;
+    save();
+    // After saving: what was deleted is still to be told to the server.
+    m_context.doc.slotUpdateAllViews(nullptr);
+    m_context.messages.information(QString::number(archiver.getCount()) + QLatin1Char(' ')
+                                   + i18n("calendar entries were archived."));
 }

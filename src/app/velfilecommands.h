@@ -3,14 +3,23 @@
 
 #pragma once
 
+#include <QDate>
 #include <QUrl>
 
 #include <functional>
+#include <optional>
 
 class KRecentFilesAction;
 class VelDoc;
 class VelFileChooser;
 class VelMessages;
+class VelSettings;
+
+/** Which entries to archive, and where. */
+struct VelArchiveChoice {
+    QDate date; ///< entries that ended before it
+    QUrl url;
+};
 
 /** The commands of the File menu that deal with files of one window's calendar. */
 class VelFileCommands
@@ -21,10 +30,13 @@ public:
         VelDoc &doc;
         VelMessages &messages;
         VelFileChooser &files;
+        VelSettings &settings;
         KRecentFilesAction &recentFiles;
         std::function<void(const QString &)> status;
         /** True while the calendar may not be changed; status texts are left alone then. */
         std::function<bool()> isEditLocked;
+        /** Lets the user choose, beginning with what is handed in; none when that was cancelled. */
+        std::function<std::optional<VelArchiveChoice>(const VelArchiveChoice &)> chooseArchive;
     };
 
     explicit VelFileCommands(Context context);
@@ -48,6 +60,8 @@ public:
     /** Adds the entries of @p url to the calendar. */
     void importFile(const QUrl &url);
     void exportFile();
+    /** Asks what to move to the archive, and to which. */
+    void archive();
 
 private:
     struct Imported {
@@ -59,6 +73,7 @@ private:
 
     [[nodiscard]] bool readIntoDocument(const QUrl &url, Imported &imported);
     void tellImported(const Imported &imported);
+    void archive(const VelArchiveChoice &choice);
     void ready();
 
     Context m_context;

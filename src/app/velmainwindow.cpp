@@ -4,6 +4,8 @@
 #include "app/velmainwindow.h"
 
 #include "app/velactions.h"
+#include "app/velalarm.h"
+#include "app/veldesktopalerts.h"
 #include "app/velfilechooser.h"
 #include "app/velfilecommands.h"
 #include "app/velmailer.h"
@@ -42,6 +44,8 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
     , m_now(surroundings.now ? std::move(surroundings.now)
                              : [] { return VelDateTime::fromQDateTime(QDateTime::currentDateTime()); })
     , m_print(std::move(surroundings.print))
+    , m_chooseArchive(std::move(surroundings.chooseArchive))
+    , m_alerts(std::move(surroundings.alerts))
 {
     setObjectName(QStringLiteral("VelMainWindow#"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -66,6 +70,7 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
     VelConfiguration::readPreferences(VelConfiguration::preferences(applicationConfig()), m_settings, m_look,
                                       VelLook::defaults(palette()));
     initDocument();
+    initAlarm();
     const VelWindowOptions options =
         VelConfiguration::readOptions(VelConfiguration::generalOptions(applicationConfig()));
     initView(options);
@@ -79,7 +84,9 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
 
 VelMainWindow::~VelMainWindow()
 {
-    // The views take their leave of the document, which therefore goes last.
+    // No reminder may be answered any more, and the views take their leave of the document, which goes last.
+    m_alarm.reset();
+    m_alerts.reset();
     delete m_view;
     delete m_doc;
 }
@@ -105,7 +112,8 @@ void VelMainWindow::initStatusBar()
 
 void VelMainWindow::initDocument()
 {
-    m_doc = new VelDoc(*m_messages, m_settings, nullptr, [this] { return today(); });
+    m_doc = new VelDoc(
+        *m_messages, m_settings, nullptr, [this] { return today(); }, m_now);
     connect(m_doc, &VelDoc::modifiedChanged, this, [this](bool modified) {
         m_actions->save->setEnabled(modified);
         setCaption(m_doc->URL().fileName(), modified);
@@ -115,9 +123,18 @@ void VelMainWindow::initDocument()
     connect(m_doc, &VelDoc::saveAsWanted, this, &VelMainWindow::slotFileSaveAs);
     m_actions->save->setEnabled(false);
     m_fileCommands = std::make_unique<VelFileCommands>(VelFileCommands::Context{
-        *m_doc, *m_messages, *m_files, *m_actions->openRecent,
-        [this](const QString &text) { slotStatusMsg(text); }, [this] { return m_editLock; }});
+        *m_doc, *m_messages, *m_files, m_settings, *m_actions->openRecent,
+        [this](const QString &text) { slotStatusMsg(text); }, [this] { return m_editLock; },
+        [this](const VelArchiveChoice &usual) { return chooseArchive(usual); }});
     updateCaption();
+}
+
+void VelMainWindow::initAlarm()
+{
+    if (!m_alerts)
+        m_alerts = std::make_unique<VelDesktopAlerts>(this);
+    m_alarm = std::make_unique<VelAlarm>(*m_doc, m_settings, m_now, *m_alerts);
+    connect(m_alarm.get(), &VelAlarm::showWanted, this, &VelMainWindow::slotShowEntry);
 }
 
 void VelMainWindow::initView(const VelWindowOptions &options)
@@ -173,6 +190,7 @@ void VelMainWindow::setCutCopy(const VelEntry *selected, bool isSelected)
     m_actions->cut->setEnabled(mayRemove);
     m_actions->del->setEnabled(mayRemove);
     m_actions->copy->setEnabled(hasEntry);
+    m_actions->viewEntry->setEnabled(hasEntry);
 }
 
 void VelMainWindow::setEditLock(bool locked)

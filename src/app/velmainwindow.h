@@ -3,20 +3,25 @@
 
 #pragma once
 
+#include "app/velalertsurface.h"
 #include "app/velconfiguration.h"
 #include "app/velfilechooser.h"
+#include "app/velfilecommands.h"
 #include "app/velmailer.h"
 #include "document/velmessages.h"
 #include "hub/velapp.h"
 
+#include <QPointer>
 #include <QTimer>
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QLabel;
 class VelActions;
-class VelFileCommands;
+class VelEntryInfo;
+class VelAlarm;
 class VelMainView;
 class VelOnlineWidget;
 class VelPreferences;
@@ -29,6 +34,9 @@ struct VelSurroundings {
     std::unique_ptr<VelMailer> mailer;
     std::function<VelDateTime()> now;
     std::function<void(VelPrintout &)> print = {}; ///< takes what is to be printed, in place of the dialogs
+    /** Chooses what to archive, in place of the dialog. */
+    std::function<std::optional<VelArchiveChoice>(const VelArchiveChoice &)> chooseArchive = {};
+    std::unique_ptr<VelAlertSurface> alerts = {};
 };
 
 /** The main window: one calendar, its views, and every command. Deletes itself when it is closed. */
@@ -46,6 +54,7 @@ public:
     [[nodiscard]] VelDateTime now() const override { return m_now(); }
     [[nodiscard]] QDate today() const { return m_now().date(); }
     void informChanges(const VelEntry &entry) override;
+    int showEntryInfo(const VelEntry &entry, VelAnswer::Mode mode, const QString &text = {}) override;
     void printOut(VelPrintout &printout) override;
     void setCutCopy(const VelEntry *selected, bool isSelected) override;
     void setEditLock(bool locked) override;
@@ -77,6 +86,7 @@ public Q_SLOTS:
     void slotFileSaveAs();
     void slotFileImport();
     void slotFileExport();
+    void slotFileArchive();
     void slotFileClose();
     void slotFilePrint();
     void slotFileQuit();
@@ -93,12 +103,15 @@ public Q_SLOTS:
     void slotViewMonth();
     void slotViewList();
     void slotNewEntry();
+    void slotViewEntry();
     void slotPurgeCompleted();
     void slotPreferences();
     void slotAccels();
     void slotToolbar();
     void slotClipboardChanged() override;
     void slotAutoSave();
+    /** Brings the window to the front and goes to the date of the entry. */
+    void slotShowEntry(quint32 localid);
 
 protected:
     bool queryClose() override;
@@ -110,6 +123,7 @@ protected:
 private:
     void initStatusBar();
     void initDocument();
+    void initAlarm();
     void initView(const VelWindowOptions &options);
     void readOptions(const VelWindowOptions &options);
     [[nodiscard]] VelWindowOptions currentOptions() const;
@@ -119,6 +133,8 @@ private:
     void takePreferences(const VelSettings &settings, const VelLook &look);
     void updateCaption();
     void updateEditActions();
+    [[nodiscard]] bool isStored(const VelEntry &entry) const;
+    [[nodiscard]] std::optional<VelArchiveChoice> chooseArchive(const VelArchiveChoice &usual);
 
     VelSettings m_settings;
     VelLook m_look;
@@ -127,6 +143,9 @@ private:
     std::unique_ptr<VelMailer> m_mailer;
     std::function<VelDateTime()> m_now;
     std::function<void(VelPrintout &)> m_print;
+    std::function<std::optional<VelArchiveChoice>(const VelArchiveChoice &)> m_chooseArchive;
+    std::unique_ptr<VelAlertSurface> m_alerts;
+    std::unique_ptr<VelAlarm> m_alarm;
     VelDoc *m_doc = nullptr;
     VelMainView *m_view = nullptr;
     VelPreferences *m_preferences = nullptr;
@@ -135,6 +154,7 @@ private:
     std::unique_ptr<VelActions> m_actions;
     std::unique_ptr<VelFileCommands> m_fileCommands;
     std::unique_ptr<VelTray> m_tray;
+    QPointer<VelEntryInfo> m_entryInfo; // goes with the window too
     QTimer m_autoSaveTimer;
     bool m_editLock = false;
     bool m_autoSaveFailed = false; // and the user has been told

@@ -6,7 +6,10 @@
 #include "app/velmailer.h"
 #include "app/velmainwindow.h"
 #include "app/velrecovery.h"
+#include "dialogs/velarchive.h"
+#include "dialogs/velentryinfo.h"
 #include "dialogs/velpreferences.h"
+#include "document/velarchiver.h"
 #include "document/veldoc.h"
 #include "document/veldrag.h"
 #include "document/velmessages.h"
@@ -81,6 +84,25 @@ void VelMainWindow::informChanges(const VelEntry &entry)
         m_messages->questionYesNo(i18n("Do you want to sent invitations via email?"), i18n("Invitations"));
     if (answer == VelMessages::Answer::Yes)
         m_mailer->compose(*invitation);
+}
+
+void VelMainWindow::slotFileArchive()
+{
+    m_fileCommands->archive();
+}
+
+std::optional<VelArchiveChoice> VelMainWindow::chooseArchive(const VelArchiveChoice &usual)
+{
+    if (m_chooseArchive)
+        return m_chooseArchive(usual);
+    const auto count = [this](QDate limit) { return int(VelArchiver::findEntries(*m_doc, limit).size()); };
+    // It goes with the window when that is closed meanwhile.
+    const QPointer<VelArchive> dialog(new VelArchive(count, usual.date, usual.url, this));
+    std::optional<VelArchiveChoice> choice;
+    if (dialog->exec() == QDialog::Accepted && dialog)
+        choice = VelArchiveChoice{dialog->getDate(), dialog->getURL()};
+    delete dialog.data();
+    return choice;
 }
 
 void VelMainWindow::slotFileClose()
@@ -170,9 +192,55 @@ void VelMainWindow::slotNewEntry()
     m_view->getCurrentView()->offerNew();
 }
 
+void VelMainWindow::slotViewEntry()
+{
+    if (const VelEntry *entry = m_view->getCurrentView()->getSelectedEntry())
+        showEntryInfo(*entry, VelAnswer::Plain);
+}
+
+/** An entry that was only received may have the same id as one of the calendar. */
+bool VelMainWindow::isStored(const VelEntry &entry) const
+{
+    if (!entry.isOccurrence())
+        return m_doc->getEntry(entry.localid) == &entry;
+    const VelEntry *original = m_doc->getEntry(entry.originalid);
+    return original && original->getOccurrence(entry.localid) == &entry;
+}
+
+int VelMainWindow::showEntryInfo(const VelEntry &entry, VelAnswer::Mode mode, const QString &text)
+{
+    delete m_entryInfo;
+    auto *info = new VelEntryInfo(entry, this, mode, text);
+    m_entryInfo = info;
+    const quint32 localid = isStored(entry) ? m_doc->getOriginalEntry(&entry)->localid : 0;
+    connect(m_doc, &VelDoc::contentsReplaced, info, &QDialog::reject);
+    const QPointer<VelEntryInfo> shown(info);
+    const bool isAccepted = shown->exec() == QDialog::Accepted && shown;
+    const int answer = isAccepted ? shown->getAnswer() : int(VelAccount::Unanswered);
+    delete shown.data();
+    if (answer != VelAccount::Unanswered && mayEdit() && VelAnswer::apply(*m_doc, localid, answer)) {
+        if (answer == VelAccount::Declined)
+            m_view->getCurrentView()->clearSelectedEntry(false);
+        m_doc->slotUpdateAllViews(nullptr);
+    }
+    return answer;
+}
+
 void VelMainWindow::slotViewList()
 {
     m_view->setMainView(VelMainView::ListView);
+}
+
+void VelMainWindow::slotShowEntry(quint32 localid)
+{
+    const VelEntry *entry = m_doc->getEntry(localid);
+    if (!entry)
+        return;
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+    m_view->setDate(entry->type == VelEntry::Event ? entry->getStart().date() : entry->getEnd().date());
 }
 
 void VelMainWindow::slotPurgeCompleted()

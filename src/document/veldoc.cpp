@@ -20,13 +20,15 @@ void warnUnless(bool condition, const char *expression, int line)
 }
 } // namespace
 
-VelDoc::VelDoc(VelMessages &messages, const VelSettings &settings, QObject *parent, Today today)
+VelDoc::VelDoc(VelMessages &messages, const VelSettings &settings, QObject *parent, Today today, Now now)
     : QObject(parent)
     , m_messages(messages)
     , m_settings(settings)
     , m_today(std::move(today))
+    , m_now(now ? std::move(now) : [] { return VelDateTime::fromQDateTime(QDateTime::currentDateTime()); })
 {
     m_url.setPath(untitledName());
+    initAlarm();
 }
 
 VelDoc::~VelDoc() = default;
@@ -34,6 +36,7 @@ VelDoc::~VelDoc() = default;
 void VelDoc::deleteContents()
 {
     m_index.clear();
+    m_reminders.clear();
     m_entries.clear();
     ++m_todoRevision;
     m_modified = false;
@@ -41,6 +44,8 @@ void VelDoc::deleteContents()
     m_meta = {};
     m_nextLocalId = 1;
     m_declinedOverwrite = false;
+    endAlarm();
+    requestAlarmUpdate();
     Q_EMIT contentsReplaced();
 }
 
@@ -79,15 +84,26 @@ const VelEntry *VelDoc::store(std::unique_ptr<VelEntry> entry, QDate today)
     const quint32 localid = entry->localid;
     const auto position = m_entries.emplace_hint(m_entries.end(), localid, Stored{std::move(entry), {}});
     Stored &stored = position->second;
-    m_index.insert(*stored.entry, stored.slot);
-    noteChange(*stored.entry);
+    insertInIndex(stored);
     return stored.entry.get();
 }
 
-void VelDoc::noteChange(const VelEntry &entry)
+void VelDoc::insertInIndex(Stored &stored)
 {
-    if (entry.type == VelEntry::Todo)
+    m_index.insert(*stored.entry, stored.slot);
+    if (stored.entry->type == VelEntry::Todo)
         ++m_todoRevision;
+    if (m_reminders.insert(*stored.entry))
+        requestAlarmUpdate();
+}
+
+void VelDoc::removeFromIndex(Stored &stored)
+{
+    m_index.remove(*stored.entry, stored.slot);
+    if (stored.entry->type == VelEntry::Todo)
+        ++m_todoRevision;
+    if (m_reminders.remove(*stored.entry))
+        requestAlarmUpdate();
 }
 
 void VelDoc::removeEntry(quint32 localid)
@@ -95,8 +111,7 @@ void VelDoc::removeEntry(quint32 localid)
     const auto found = m_entries.find(localid);
     if (found == m_entries.end())
         return;
-    m_index.remove(*found->second.entry, found->second.slot);
-    noteChange(*found->second.entry);
+    removeFromIndex(found->second);
     m_entries.erase(found);
 }
 
@@ -119,13 +134,11 @@ bool VelDoc::changeEntry(quint32 localid, const std::function<void(VelEntry &)> 
     if (found == m_entries.end())
         return false;
     VelEntry &entry = *found->second.entry;
-    m_index.remove(entry, found->second.slot);
-    noteChange(entry);
+    removeFromIndex(found->second);
     change(entry);
     entry.localid = localid;
     entry.updRecurrence(m_today());
-    m_index.insert(entry, found->second.slot);
-    noteChange(entry);
+    insertInIndex(found->second);
     return true;
 }
 

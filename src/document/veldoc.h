@@ -5,15 +5,18 @@
 
 #include "document/velentryindex.h"
 #include "document/velfilestate.h"
+#include "document/velreminders.h"
 #include "formats/velxmlreader.h"
 #include "formats/velxmlwriter.h"
 
 #include <QObject>
+#include <QTimer>
 #include <QUrl>
 
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class VelDocView;
@@ -32,14 +35,18 @@ class VelDoc : public QObject
     Q_OBJECT
 public:
     using Today = std::function<QDate()>;
+    using Now = std::function<VelDateTime()>;
 
     /** The right from which on a calendar may be changed is one above this. */
     static constexpr int ReadRight = 2;
     static constexpr int FullRight = 4;
 
-    /** An empty, untitled calendar. Keeps references to @p messages and @p settings. */
+    /**
+     * An empty, untitled calendar. Keeps references to @p messages and @p settings. Reminders go by @p now, which left
+     * out stands for the clock on the wall.
+     */
     VelDoc(VelMessages &messages, const VelSettings &settings, QObject *parent = nullptr,
-           Today today = &QDate::currentDate);
+           Today today = &QDate::currentDate, Now now = {});
     ~VelDoc() override;
 
     /** @name Entries */
@@ -118,6 +125,37 @@ public:
      */
     int readXml(VelXmlContent &content);
 
+    /**
+     * @name Reminders
+     *
+     * One alert is given at a time: alarm() starts it, and it lasts until somebody dismisses or snoozes it; others that
+     * become due wait. Every change of entries brings the schedule up to date by itself.
+     */
+    /// @{
+    /**
+     * Finds the next alert anew and waits for it; gives it when it is overdue. For when the clock was set, or the
+     * machine slept: otherwise that is noticed within a minute.
+     */
+    void updateAlarm();
+    /** Gives the alerts whose time has come, then waits for the next: the timer's slot. */
+    void slotAlarm();
+    /** The entry that rings first, if any, overdue or not; the one whose alert is being given counts. */
+    [[nodiscard]] std::optional<VelReminders::Alert> nextReminder() const { return m_reminders.next(); }
+    /** The entry whose alert is being given, or 0. */
+    [[nodiscard]] quint32 getAlarmEntry() const { return m_alarmEntry; }
+    /** How many are overdue, apart from that one. */
+    [[nodiscard]] int getWaitingReminders() const;
+    /** Has been given: the entry is marked fired and dirty, the document modified. Ends its alert. */
+    void dismissReminder(quint32 localid);
+    /** The same for the one being given and all that are overdue. */
+    void dismissDueReminders();
+    /**
+     * Ends the alert, which will be given again at @p until, or, as that is not saved, after a restart. False, and the
+     * alert goes on, when that time has passed or the entry is gone.
+     */
+    bool snoozeReminder(quint32 localid, const VelDateTime &until);
+    /// @}
+
     /** @name Views */
     /// @{
     void addView(VelDocView *view);
@@ -179,6 +217,12 @@ Q_SIGNALS:
     void saveAsWanted();
     /** The list of accounts was replaced. */
     void accountsChanged();
+    /** The time for the entry's reminder has come: see dismissReminder() and snoozeReminder(). */
+    void alarm(quint32 localid);
+    /** Sent each minute while an alert is being given, and when what it tells may have changed. */
+    void alarmUpdated();
+    /** The alert that was being given has been answered, or its entry or reminder is gone. */
+    void alarmEnded();
 
 private:
     struct Stored {
@@ -187,7 +231,14 @@ private:
     };
 
     void deleteContents();
-    void noteChange(const VelEntry &entry);
+    void insertInIndex(Stored &stored);
+    void removeFromIndex(Stored &stored);
+    void initAlarm();
+    void requestAlarmUpdate();
+    void armAlarm();
+    void endAlarm();
+    [[nodiscard]] std::optional<VelReminders::Alert> dueReminder() const;
+    bool markFired(quint32 localid);
     [[nodiscard]] quint32 takeLocalId();
     void takeEntries(std::vector<std::unique_ptr<VelEntry>> entries);
     const VelEntry *store(std::unique_ptr<VelEntry> entry, QDate today);
@@ -202,15 +253,22 @@ private:
     VelMessages &m_messages;
     const VelSettings &m_settings;
     Today m_today;
+    Now m_now;
 
     std::map<quint32, Stored> m_entries; // by local id, which is also the order in files
     VelEntryIndex m_index;
+    VelReminders m_reminders;
     std::map<quint32, quint32> m_globalMap; // global id to local id; may hold pairs of entries that are gone
     VelCalendarMeta m_meta;
     VelAccountList m_accounts;
     std::map<quint32, int> m_rights;
     quint32 m_nextLocalId = 1;
     quint64 m_todoRevision = 1;
+
+    QTimer m_alarmTimer{this};
+    quint32 m_alarmEntry = 0; // whose alert is being given
+    bool m_isInAlarm = false;
+    bool m_isAlarmRequested = false;
 
     std::vector<VelDocView *> m_views;
     QUrl m_url;

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "document/velanswer.h"
 #include "model/velaccount.h"
 #include "model/veldatetime.h"
 
@@ -66,6 +67,12 @@ public:
     [[nodiscard]] virtual bool mayEdit() const = 0;
     /** Asks whether to write to those attendees of the entry whom the server does not know, if there are any. */
     virtual void informChanges(const VelEntry &entry) = 0;
+    /**
+     * Shows an entry to be read, or an invitation to be answered, and returns the answer given, which is then noted in
+     * the calendar: a value of VelAccount::Status, or 0. Entries of the calendar may be gone afterwards. @p text tells
+     * what has happened to the entry.
+     */
+    virtual int showEntryInfo(const VelEntry &entry, VelAnswer::Mode mode, const QString &text = {}) = 0;
     /** Lets the user look at the pages and print them. */
     virtual void printOut(VelPrintout &printout) = 0;
     /** Tells that Paste may have become possible or impossible. */

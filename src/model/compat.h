@@ -5,8 +5,12 @@
 
 #include <QCoreApplication>
 #include <QMetaType>
+#include <QObject>
 #include <QPoint>
+#include <QStringList>
 #include <QVariant>
+
+#include <type_traits>
 
 /**
  * @file
@@ -42,4 +46,29 @@ template <typename DropEvent>
         return event.position().toPoint();
     else
         return event.pos();
+}
+
+/**
+ * Lets a desktop notification offer @p texts, and calls @p chosen with the place of the one that the user took, as long
+ * as @p context lives.
+ */
+template <typename Notification, typename Function>
+void velAddActions(Notification &notification, const QStringList &texts, const QObject *context,
+                   Function chosen)
+{
+    if constexpr (requires { notification.addAction(QString()); }) {
+        for (int place = 0; place < texts.size(); ++place) {
+            auto *action = notification.addAction(texts.at(place));
+            QObject::connect(action, &std::remove_pointer_t<decltype(action)>::activated, context,
+                             [chosen, place] { chosen(place); });
+        }
+    } else {
+        // Numbered from 1; 0 is the notification itself.
+        notification.setActions(texts);
+        QObject::connect(&notification, QOverload<unsigned int>::of(&Notification::activated), context,
+                         [chosen](unsigned int number) {
+                             if (number > 0)
+                                 chosen(static_cast<int>(number) - 1);
+                         });
+    }
 }

@@ -262,6 +262,8 @@ QMenu *VelListView::taskMenu()
     };
     // The editor is not part of the program yet.
     addItem("edit", i18n("Edit Task"))->setEnabled(false);
+    m_viewAction = addItem("info", i18n("View Task"));
+    connect(m_viewAction, &QAction::triggered, this, &VelListView::slotView);
     m_deleteAction = addItem("editdelete", i18n("Delete Task"));
     connect(m_deleteAction, &QAction::triggered, this, &VelListView::slotDelete);
     m_printAction = addItem("fileprint", i18n("Print Task"));
@@ -281,6 +283,7 @@ void VelListView::slotPopup(int row, const QPoint &globalPos)
     m_menuKey = row >= 0 ? m_table->keyOfRow(row) : nullptr;
     m_deleteAction->setEnabled(mayChange(menuEntry()));
     m_printAction->setEnabled(menuEntry() != nullptr);
+    m_viewAction->setEnabled(menuEntry() != nullptr);
     menu->popup(globalPos);
 }
 
@@ -321,6 +324,12 @@ std::unique_ptr<VelPrintout> VelListView::makePrintout() const
     return std::make_unique<VelListPrintout>(
         title, std::move(printed), count,
         [rows = std::move(rows)](int row) { return rows[std::size_t(row)]; });
+}
+
+void VelListView::slotView()
+{
+    if (const VelEntry *entry = menuEntry())
+        VelApp::getApp(this)->showEntryInfo(*entry, VelAnswer::Plain);
 }
 
 void VelListView::slotPrint()

@@ -82,6 +82,7 @@ private:
     void slotValueChanged(int row, int column);
     void slotPopup(int row, const QPoint &globalPos);
     void slotDelete();
+    void slotView();
     void slotPrint();
     [[nodiscard]] QString cellText(int row, int column) const;
     [[nodiscard]] const VelEntry *menuEntry() const;
@@ -95,6 +96,7 @@ private:
     QMenu *m_menu = nullptr;
     QAction *m_deleteAction = nullptr;
     QAction *m_printAction = nullptr;
+    QAction *m_viewAction = nullptr;
     const void *m_menuKey = nullptr; // of the row that the menu was opened on
     quint64 m_shownRevision = 0; // of the to-dos that are listed
     bool m_isFilling = false; // the current row changes, but not by the user's hand

@@ -7,9 +7,11 @@
 #include "app/velprintdialogs.h"
 #include "app/velprintpreview.h"
 #include "app/velrecovery.h"
-#include "formats/velvcalendar.h"
+#include "dialogs/velentryinfo.h"
 #include "dialogs/velpreferences.h"
+#include "formats/velvcalendar.h"
 #include "hub/velprintout.h"
+#include "support/fakealerts.h"
 #include "support/fakemessages.h"
 #include "support/testcalendar.h"
 #include "views/veldayview.h"
@@ -91,14 +93,25 @@ public:
     {
         auto ownMessages = std::make_unique<FakeMessages>();
         auto ownFiles = std::make_unique<FakeFiles>();
-        messages = ownMessages.get();
         auto ownMailer = std::make_unique<FakeMailer>();
+        auto ownAlerts = std::make_unique<FakeAlerts>();
+        messages = ownMessages.get();
         files = ownFiles.get();
         mailer = ownMailer.get();
-        window =
-            new Window(VelSurroundings{std::move(ownMessages), std::move(ownFiles), std::move(ownMailer),
-                                       [] { return at(testDay(), 10); },
-                                       [this](VelPrintout &printout) { printed.append(printout.title()); }});
+        alerts = ownAlerts.get();
+        VelSurroundings world;
+        world.messages = std::move(ownMessages);
+        world.files = std::move(ownFiles);
+        world.mailer = std::move(ownMailer);
+        world.alerts = std::move(ownAlerts);
+        world.now = [] { return at(testDay(), 10); };
+        world.print = [this](VelPrintout &printout) { printed.append(printout.title()); };
+        world.chooseArchive = [this](const VelArchiveChoice &usual) -> std::optional<VelArchiveChoice> {
+            if (files->choice.isEmpty())
+                return std::nullopt;
+            return VelArchiveChoice{usual.date, files->choice};
+        };
+        window = new Window(std::move(world));
         window->show();
     }
     /** One that shows the list, of which most of these tests use the rows. */
@@ -124,6 +137,7 @@ public:
     FakeMessages *messages;
     FakeFiles *files;
     FakeMailer *mailer;
+    FakeAlerts *alerts;
     QStringList printed;
     QPointer<Window> window;
 };
@@ -149,6 +163,8 @@ private Q_SLOTS:
     void readOnlyCalendarShouldDisableChanges();
     void editActionsShouldFollowTheSelection();
     void purgeShouldRemoveCompletedTasks();
+    void archiveShouldSaveBothFilesAndTellHowMany();
+    void declinedInvitationShouldLeaveTheViews();
     void autoSaveShouldNotAskTwiceAboutAForeignChange();
     void sessionShouldBringBackUnsavedChanges_data();
     void sessionShouldBringBackUnsavedChanges();
@@ -160,6 +176,7 @@ private Q_SLOTS:
     void preferencesShouldTakeEffectAndSurviveARestart();
     void previewShouldSaveAsPdf_data();
     void previewShouldSaveAsPdf();
+    void reminderShouldLeadToItsDate();
 
 private:
     QString copyOfExample(const QString &name) const;
@@ -237,7 +254,7 @@ void VelMainWindowTest::everyActionShouldBeInAMenuAndHaveStatusText()
         QVERIFY2(shown.contains(action), name);
         QVERIFY2(!action->statusTip().isEmpty(), name);
     }
-    QVERIFY(!session.isEnabled("file_archive")); // not part of the program yet
+    QVERIFY(!session.isEnabled("changepass")); // not part of the program yet
     QCOMPARE(session.window->getAction(QStringLiteral("file_new"))->text(), QStringLiteral("New calendar"));
 }
 
@@ -461,6 +478,58 @@ void VelMainWindowTest::purgeShouldRemoveCompletedTasks()
     QCOMPARE(session.tasks()->getEntry(0)->getTitle(), QStringLiteral("open"));
 }
 
+void VelMainWindowTest::archiveShouldSaveBothFilesAndTellHowMany()
+{
+    Session session;
+    const QString path = m_folder.filePath(QStringLiteral("archived-from.xml"));
+    session.doc().setUserId(4);
+    addEvent(session.doc(), QStringLiteral("over"), at({2025, 11, 15}), at({2025, 11, 15}, 1));
+    addEvent(session.doc(), QStringLiteral("one year ago"), at({2025, 11, 16}), at({2025, 11, 16}, 1));
+    QVERIFY(session.doc().saveDocument(QUrl::fromLocalFile(path), true));
+    session.trigger("file_archive"); // cancelled
+    QCOMPARE(session.messages->count(), 0);
+    session.choose(m_folder.filePath(QStringLiteral("old")));
+    session.window->setEditLock(true);
+    session.trigger("file_archive");
+    QVERIFY(session.messages->errors().size() == 1 && session.doc().getEntryCount() == 2);
+    session.window->setEditLock(false);
+    session.trigger("file_archive");
+    QCOMPARE(session.messages->last().text, QStringLiteral("1 calendar entries were archived."));
+    QVERIFY(fileBytes(m_folder.filePath(QStringLiteral("old.xml"))).contains("over"));
+    QVERIFY(!fileBytes(path).contains("over"));
+    QVERIFY(fileBytes(path).contains("one year ago"));
+    QCOMPARE(session.window->settings()->archiveFile.fileName(), QStringLiteral("old.xml"));
+    session.trigger("file_archive");
+    QCOMPARE(session.messages->last().text,
+             QStringLiteral("No calendar entries matched the archive criteria. Nothing archived."));
+    QCOMPARE(session.messages->count(), 3);
+}
+
+void VelMainWindowTest::declinedInvitationShouldLeaveTheViews()
+{
+    Session session = Session::withList();
+    VelEntry invitation = makeEvent(QStringLiteral("talk"), at(testDay(), 9), at(testDay(), 10));
+    invitation.user = 5;
+    invitation.globalid = 70;
+    invitation.accounts = {VelAccount(QStringLiteral("Me"), {}, 4)};
+    session.doc().setUserId(4);
+    const quint32 id = add(session.doc(), invitation)->localid;
+    session.list()->updateView();
+    QVERIFY(!session.isEnabled("view_entry"));
+    session.list()->table()->selectRow(0);
+    const auto decline = [&session] { session.window->findChild<VelEntryInfo *>()->slotDecline(); };
+    QTimer::singleShot(0, session.window, decline);
+    const VelEntry received(*session.doc().getEntry(id)); // not the one of the calendar
+    QCOMPARE(session.window->showEntryInfo(received, VelAnswer::Invitation), int(VelAccount::Declined));
+    QVERIFY(!session.doc().getEntry(id)->isDeleted());
+    QTimer::singleShot(0, session.window, decline);
+    session.trigger("view_entry");
+    QVERIFY(session.doc().getEntry(id)->isDeleted());
+    QCOMPARE(session.list()->table()->rowCount(), 0);
+    QVERIFY(!session.list()->hasSelectedEntry());
+    QVERIFY(!session.isEnabled("view_entry"));
+}
+
 void VelMainWindowTest::autoSaveShouldNotAskTwiceAboutAForeignChange()
 {
     Session session;
@@ -677,6 +746,20 @@ void VelMainWindowTest::onlyGuestsOutsideTheServerShouldBeMailed()
     QCOMPARE(attached.front()->getTitle(), entry.getTitle());
     QCOMPARE(attached.front()->getStart(), entry.getStart());
     QCOMPARE(attached.front()->rule, entry.rule);
+}
+
+void VelMainWindowTest::reminderShouldLeadToItsDate()
+{
+    Session session;
+    VelEntry entry =
+        makeEvent(QStringLiteral("Lunch"), at(testDay().addDays(40), 12), at(testDay().addDays(40), 13));
+    entry.reminder = 50 * 24 * 60;
+    const quint32 id = add(session.doc(), entry)->localid;
+    session.doc().updateAlarm();
+    QCOMPARE(session.alerts->given, QStringList{QStringLiteral("show Lunch 0")});
+    session.alerts->answer({VelReminderDialog::Show});
+    QCOMPARE(session.window->mainView()->getDate(), testDay().addDays(40));
+    QVERIFY(session.doc().getEntry(id)->reminderfired);
 }
 
 QTEST_MAIN(VelMainWindowTest)

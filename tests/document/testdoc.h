@@ -20,8 +20,8 @@ struct Surroundings {
 
 // A document with all that it needs around it, and a folder for its files.
 struct TestDoc : public Surroundings, public VelDoc {
-    explicit TestDoc(Today today = &TestCalendar::today)
-        : VelDoc(messages, settings, nullptr, std::move(today))
+    explicit TestDoc(Today today = &TestCalendar::today, Now now = {})
+        : VelDoc(messages, settings, nullptr, std::move(today), std::move(now))
     {
     }
     QString path(const QString &name) const { return folder.filePath(name); }

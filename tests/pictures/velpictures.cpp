@@ -62,6 +62,7 @@ public:
         QGuiApplication::setLayoutDirection(direction);
         VelSurroundings surroundings;
         surroundings.now = [day = m_day] { return VelDateTime(day, QTime(13, 20)); };
+        surroundings.alerts = std::make_unique<VelAlertSurface>();
         auto *window = new VelMainWindow(std::move(surroundings));
         window->resize(1100, 680);
         window->show();

@@ -38,6 +38,11 @@ public:
     [[nodiscard]] bool mayEdit() const override { return !isLocked && doc.isWritable(); }
     [[nodiscard]] VelDateTime now() const override { return fakeNow; }
     void informChanges(const VelEntry &entry) override { informed.append(entry.getTitle()); }
+    int showEntryInfo(const VelEntry &entry, VelAnswer::Mode, const QString &) override
+    {
+        shownTitle = entry.getTitle();
+        return 0;
+    }
     void printOut(VelPrintout &printout) override
     {
         printedTitle = printout.title();
@@ -54,6 +59,7 @@ public:
     VelDateTime fakeNow;
     int printCount = 0;
     QString printedTitle;
+    QString shownTitle;
     int clipboardCount = 0;
     QStringList informed; // titles of the entries whose attendees were told
     bool isLocked = false;

@@ -1,0 +1,151 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "document/veldoc.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+/** Sleep and a clock that is set go unnoticed by a timer, so none runs longer. In milliseconds. */
+constexpr qint64 LongestWait = 60000;
+constexpr qint64 MsecsPerDay = 24 * 60 * 60 * 1000;
+
+qint64 msecsTo(const VelDateTime &from, const VelDateTime &to)
+{
+    const qint64 days = qint64(to.julianDay()) - from.julianDay();
+    return days * MsecsPerDay + from.time().msecsTo(to.time());
+}
+} // namespace
+
+void VelDoc::initAlarm()
+{
+    m_alarmTimer.setSingleShot(true);
+    m_alarmTimer.setTimerType(Qt::PreciseTimer);
+    connect(&m_alarmTimer, &QTimer::timeout, this, &VelDoc::slotAlarm);
+}
+
+/** Later: whoever changes the calendar is not done when the first entry has changed. */
+void VelDoc::requestAlarmUpdate()
+{
+    if (m_isAlarmRequested)
+        return;
+    m_isAlarmRequested = true;
+    m_alarmTimer.start(0);
+}
+
+std::optional<VelReminders::Alert> VelDoc::dueReminder() const
+{
+    const auto next = m_alarmEntry == 0 ? m_reminders.next() : std::nullopt;
+    return next && next->time <= m_now() ? next : std::nullopt;
+}
+
+void VelDoc::updateAlarm()
+{
+    m_isAlarmRequested = false;
+    m_alarmTimer.stop();
+    if (m_alarmEntry != 0) {
+        const VelEntry *entry = getEntry(m_alarmEntry);
+        const VelDateTime time = entry ? m_reminders.ringingTime(*entry) : VelDateTime();
+        if (time.isValid() && time <= m_now())
+            Q_EMIT alarmUpdated();
+        else
+            endAlarm();
+    }
+    if (dueReminder())
+        slotAlarm();
+    else
+        armAlarm();
+}
+
+void VelDoc::armAlarm()
+{
+    const auto next = m_reminders.next();
+    if (m_alarmEntry != 0)
+        m_alarmTimer.start(LongestWait); // for alarmUpdated()
+    else if (next)
+        m_alarmTimer.start(
+            static_cast<int>(std::clamp(msecsTo(m_now(), next->time), qint64(0), LongestWait)));
+}
+
+void VelDoc::slotAlarm()
+{
+    // A receiver that answers at once gets one after another here, not one inside the other.
+    if (m_isInAlarm)
+        return;
+    if (!dueReminder()) {
+        updateAlarm();
+        return;
+    }
+    m_isInAlarm = true;
+    const QPointer<VelDoc> self(this);
+    while (const auto due = dueReminder()) {
+        m_alarmEntry = due->localid;
+        Q_EMIT alarm(due->localid);
+        if (!self)
+            return;
+    }
+    m_isInAlarm = false;
+    updateAlarm();
+}
+
+void VelDoc::endAlarm()
+{
+    if (std::exchange(m_alarmEntry, 0) != 0)
+        Q_EMIT alarmEnded();
+}
+
+int VelDoc::getWaitingReminders() const
+{
+    const std::vector<quint32> due = m_reminders.due(m_now());
+    return static_cast<int>(due.size() - std::count(due.begin(), due.end(), m_alarmEntry));
+}
+
+/** Nothing that is shown or worked out depends on the flag, so that pointers to occurrences stay good. */
+bool VelDoc::markFired(quint32 localid)
+{
+    const auto found = m_entries.find(localid);
+    if (found == m_entries.end() || found->second.entry->isDeleted())
+        return false;
+    VelEntry &entry = *found->second.entry;
+    m_reminders.remove(entry);
+    entry.reminderfired = true;
+    entry.uDirty(1);
+    m_reminders.insert(entry);
+    return true;
+}
+
+void VelDoc::dismissReminder(quint32 localid)
+{
+    const bool isMarked = markFired(localid);
+    if (localid == m_alarmEntry)
+        endAlarm();
+    if (isMarked)
+        setModified(true);
+    requestAlarmUpdate();
+}
+
+void VelDoc::dismissDueReminders()
+{
+    bool isAnyMarked = false;
+    for (const quint32 localid : m_reminders.due(m_now()))
+        isAnyMarked = markFired(localid) || isAnyMarked;
+    if (isAnyMarked)
+        setModified(true);
+    dismissReminder(m_alarmEntry);
+}
+
+bool VelDoc::snoozeReminder(quint32 localid, const VelDateTime &until)
+{
+    const VelEntry *entry = getEntry(localid);
+    if (!entry || !until.isValid() || until <= m_now())
+        return false;
+    m_reminders.snooze(*entry, until);
+    if (localid == m_alarmEntry)
+        endAlarm();
+    requestAlarmUpdate();
+    return true;
+}
