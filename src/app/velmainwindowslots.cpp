@@ -26,6 +26,7 @@
 #include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
+#include <QPointer>
 #include <QStatusBar>
 
 void VelMainWindow::slotFileNewWindow()
@@ -115,8 +116,10 @@ void VelMainWindow::slotFilePrint()
     m_view->finishInput();
     slotStatusMsg(i18n("Printing..."));
     const std::unique_ptr<VelPrintout> printout = m_view->getCurrentView()->makePrintout();
+    const QPointer<VelMainWindow> alive(this);
     printOut(*printout);
-    slotStatusMsg(i18n("Ready."));
+    if (alive) // it may have been closed meanwhile
+        slotStatusMsg(i18n("Ready."));
 }
 
 void VelMainWindow::slotFileQuit()

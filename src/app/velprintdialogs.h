@@ -4,10 +4,12 @@
 #pragma once
 
 #include "model/veldatetime.h"
+#include "views/velprintpages.h"
 
 #include <functional>
 #include <memory>
 
+class QPagedPaintDevice;
 class QPrinter;
 class QWidget;
 class VelFileChooser;
@@ -39,11 +41,15 @@ public:
 
 private:
     void preparePrinter(const VelPrintout &printout);
-    /** False when the user did not let it end. */
-    bool printPages(VelPrintout &printout, QPrinter &printer, QWidget *parent) const;
+    VelPrintPages::Result printPages(VelPrintout &printout, QPagedPaintDevice &device, QWidget *parent) const;
     void print(VelPrintout &printout, VelPrintPreview &preview);
     void savePdf(VelPrintout &printout, VelPrintPreview &preview) const;
+    /** The file to write to, which may be written over; empty for none, or when the window has gone meanwhile. */
+    [[nodiscard]] QString pdfPath(const VelPrintPreview &preview) const;
+    /** Writes all of it, or leaves the file at @p path as it was. */
+    VelPrintPages::Result writePdf(VelPrintout &printout, const QString &path, QWidget *parent) const;
+    void finish(VelPrintPages::Result result, VelPrintPreview &preview, const QString &error) const;
 
     Context m_context;
-    std::unique_ptr<QPrinter> m_printer; // made when first needed: to look for printers takes time
+    std::shared_ptr<QPrinter> m_printer; // made when first needed: to look for printers takes time
 };

@@ -5,6 +5,7 @@
 
 #include "model/veltext.h"
 #include "views/veldaysource.h"
+#include "views/velentrytext.h"
 #include "views/velprinttext.h"
 
 #include <KLocalizedString>
@@ -45,9 +46,9 @@ void VelAgendaPrintout::addDay(QDate day)
             if (VelPrintText::isAllDay(ref, day) != isAllDay)
                 continue;
             QString text = VelPrintText::title(*ref.getOriginal());
-            const QString flags = VelPrintText::flags(*ref.getOriginal());
-            if (!flags.isEmpty())
-                text += QLatin1String(" (") + flags + QLatin1Char(')');
+            const QString marks = VelEntryText::marks(*ref.getOriginal());
+            if (!marks.isEmpty())
+                text += QLatin1String(" (") + marks + QLatin1Char(')');
             m_flow.addRow(VelPrintText::times(ref, day), text);
         }
     }

@@ -17,6 +17,7 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QVBoxLayout>
 
 namespace
@@ -32,6 +33,29 @@ QString lenient(QString format)
         format.replace(QLatin1String("dd"), QLatin1String("d"));
     return format;
 }
+
+/** @p text with the two digits at @p at made into a year from 1969 to 2068, in digits of the same script. */
+QString withCentury(const QString &text, int at)
+{
+    constexpr int firstTwoDigitYear = 69;
+    const int year = text.at(at).digitValue() * 10 + text.at(at + 1).digitValue();
+    const int zero = text.at(at).unicode() - text.at(at).digitValue();
+    const bool isNew = year < firstTwoDigitYear;
+    return QString(text).insert(at, QChar(zero + (isNew ? 0 : 9))).insert(at, QChar(zero + (isNew ? 2 : 1)));
+}
+
+/** Reads a year of two digits as well: @p format, which has one of four, tells which of the numbers it is. */
+QDate readAnyYear(const QString &text, const QString &format)
+{
+    const QLocale locale;
+    QDate date = locale.toDate(text, format);
+    static const QRegularExpression twoDigits(QStringLiteral("(?<!\\d)\\d\\d(?!\\d)"),
+                                              QRegularExpression::UseUnicodePropertiesOption);
+    auto matches = twoDigits.globalMatch(text);
+    while (!VelDateTime::isSupported(date) && matches.hasNext())
+        date = locale.toDate(withCentury(text, int(matches.next().capturedStart())), format);
+    return VelDateTime::isSupported(date) ? date : QDate();
+}
 } // namespace
 
 QDate VelDayPicker::gridStart(QDate date, bool isMondayFirst)
@@ -42,24 +66,13 @@ QDate VelDayPicker::gridStart(QDate date, bool isMondayFirst)
 
 QDate VelDayPicker::readDate(const QString &text)
 {
-    constexpr int firstTwoDigitYear = 1969;
-    const QString input = text.trimmed();
-    const QLocale locale;
     for (const QLocale::FormatType type : {QLocale::ShortFormat, QLocale::NarrowFormat}) {
-        const QString format = lenient(locale.dateFormat(type));
-        const bool hasFullYear = format.contains(QLatin1String("yyyy"));
-        QString full = format;
-        QString brief = format;
-        if (hasFullYear)
-            brief.replace(QLatin1String("yyyy"), QLatin1String("yy"));
-        else
-            full.replace(QLatin1String("yy"), QLatin1String("yyyy"));
-        const QDate date = locale.toDate(input, full);
-        if (VelDateTime::isSupported(date))
+        QString format = lenient(QLocale().dateFormat(type));
+        if (!format.contains(QLatin1String("yyyy")))
+            format.replace(QLatin1String("yy"), QLatin1String("yyyy"));
+        const QDate date = readAnyYear(text.trimmed(), format);
+        if (date.isValid())
             return date;
-        const QDate briefDate = locale.toDate(input, brief); // in the 20th century
-        if (briefDate.isValid())
-            return briefDate.year() < firstTwoDigitYear ? briefDate.addYears(100) : briefDate;
     }
     return {};
 }

@@ -43,11 +43,16 @@ QSize VelDayPickerCell::minimumSizeHint() const
 
 void VelDayPickerCell::drawNumber(QPainter &painter, int number) const
 {
-    const QString text = QLocale().toString(number);
+    const QRect place = numberRect(number);
+    painter.drawText(place.left(), place.top() - inkOf(QFontMetrics(font())).top(),
+                     QLocale().toString(number));
+}
+
+QRect VelDayPickerCell::numberRect(int number) const
+{
     const QFontMetrics metrics(font());
-    const QRect ink = inkOf(metrics);
-    painter.drawText((width() - metrics.horizontalAdvance(text)) / 2,
-                     (height() - ink.height()) / 2 - ink.top(), text);
+    const QSize size(metrics.horizontalAdvance(QLocale().toString(number)), inkOf(metrics).height());
+    return {QPoint((width() - size.width()) / 2, (height() - size.height()) / 2), size};
 }
 
 VelLook VelDayPickerCell::getLook() const
@@ -105,8 +110,6 @@ void VelDayPickerItem::paintEvent(QPaintEvent *)
 {
     const VelLook look = getLook();
     const QColor background = backgroundOf(look);
-    // Red could not be read on the colour of the highlight.
-    const QColor text = m_day.isRed && !m_day.isHighlighted ? look.red() : VelLook::textOn(background);
     QPainter painter(this);
     painter.fillRect(rect(), background);
     if (m_day.isToday) {
@@ -114,7 +117,10 @@ void VelDayPickerItem::paintEvent(QPaintEvent *)
         constexpr int middle = FrameWidth / 2; // of the line
         painter.drawRect(rect().adjusted(middle, middle, -middle, -middle));
     }
-    painter.setPen(text);
+    // Red could not be read on the colour of the highlight: there it has a patch of the day's own.
+    if (m_day.isRed && m_day.isHighlighted)
+        painter.fillRect(numberRect(m_day.date.day()).adjusted(-2, -2, 2, 2), look.dayHour);
+    painter.setPen(m_day.isRed ? look.red() : VelLook::textOn(background));
     drawNumber(painter, m_day.date.day());
     if (m_day.hasCursor) {
         painter.setPen(QPen(VelLook::textOn(background), 1, Qt::DotLine));

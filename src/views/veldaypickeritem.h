@@ -34,6 +34,8 @@ protected:
     void tellNewName();
     /** Centred, by what the digits cover. */
     void drawNumber(QPainter &painter, int number) const;
+    /** What drawNumber() covers. */
+    [[nodiscard]] QRect numberRect(int number) const;
 
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

@@ -12,6 +12,7 @@
 #include <KLocalizedString>
 
 #include <QGuiApplication>
+#include <QLocale>
 #include <QPainter>
 
 #include <algorithm>
@@ -158,7 +159,7 @@ void VelDayPrintout::addHead(const Day &day, int column)
     const qreal pad = m_paper.mm(Padding);
     const QRectF rect = columnRect(column, 0, line).adjusted(pad, pad, -pad, pad);
     const QString date =
-        VelText::getMonth(day.date, true) + QLatin1Char(' ') + QString::number(day.date.day());
+        VelText::getMonth(day.date, true) + QLatin1Char(' ') + QLocale().toString(day.date.day());
     const QStringList lines{VelText::getWeekDay(day.date), date};
     for (int i = 0; i < lines.size(); ++i)
         m_labels.push_back({rect.translated(0, i * line),
@@ -183,7 +184,7 @@ void VelDayPrintout::addAllDay(const Day &day, int column)
         const QString fitting = m_paper.elided(VelPaper::Small, text, rect.width() - 2 * pad);
         m_isComplete = m_isComplete && fitting == text;
         m_boxes.push_back(
-            {rect.translated(0, i * (line + pad)), {fitting}, ref.getOriginal()->isTentative()});
+            {rect.translated(0, i * (line + pad)), {fitting}, m_source->isTentative(*ref.getOriginal())});
     }
     if (shown < count) {
         m_isComplete = false;
@@ -216,7 +217,8 @@ void VelDayPrintout::addBox(const VelEntryRef &ref, const Day &day, const VelOl 
     // An entry without length may begin where the axis ends.
     const QRectF rect(column.left() + place.column * width, qMin(top, column.bottom() - height), width,
                       height);
-    m_boxes.push_back({rect, boxLines(ref, day.date, rect.size()), ref.getOriginal()->isTentative()});
+    m_boxes.push_back(
+        {rect, boxLines(ref, day.date, rect.size()), m_source->isTentative(*ref.getOriginal())});
 }
 
 /** Times and title; where they have no room the title alone, as the place of the box tells the times. */

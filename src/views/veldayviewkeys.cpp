@@ -254,7 +254,9 @@ void VelDayView::walkToDay(int step)
 
 bool VelDayView::focusNextPrevChild(bool next)
 {
-    return (hasFocus() && walkEntries(next ? 1 : -1, true)) || VelView::focusNextPrevChild(next);
+    // The toolkit asks, too, when the view that has the focus is hidden.
+    return (isVisible() && hasFocus() && walkEntries(next ? 1 : -1, true))
+        || VelView::focusNextPrevChild(next);
 }
 
 void VelDayView::contextMenuEvent(QContextMenuEvent *event)

@@ -19,6 +19,8 @@ public:
 
     /** By start, then by id, so that the same calendar is always laid out the same way. */
     [[nodiscard]] VelEntryList getEntries(QDate day) const override;
+    /** As the calendar's owner sees it: by what an own entry shows, and by the answer to an invitation. */
+    [[nodiscard]] bool isTentative(const VelEntry &entry) const override;
 
 private:
     const VelDoc &m_doc;

@@ -8,14 +8,10 @@
 #include <KLocalizedString>
 
 #include <QLocale>
+#include <QStringList>
 
 namespace
 {
-QString titleOf(const VelEntry &entry)
-{
-    return entry.getTitle().isEmpty() ? i18n("Without a title") : entry.getTitle();
-}
-
 QString moment(const VelDateTime &time, QDate day, bool notime)
 {
     if (notime)
@@ -26,6 +22,11 @@ QString moment(const VelDateTime &time, QDate day, bool notime)
 
 namespace VelEntryText
 {
+QString title(const VelEntry &entry)
+{
+    return entry.getTitle().trimmed().isEmpty() ? i18n("Without a title") : entry.getTitle();
+}
+
 QString times(const VelEntryRef &entry, QDate day)
 {
     const bool notime = entry.getOriginal()->notime;
@@ -41,40 +42,38 @@ QString times(const VelEntryRef &entry, QDate day)
 
 QString marks(const VelEntry &entry)
 {
-    QString text;
-    const auto add = [&text](const QString &mark) { text += QLatin1String(", ") + mark; };
+    QStringList words;
     if (entry.access == VelEntry::Private)
-        add(i18nc("of an entry", "private"));
+        words.append(i18nc("of an entry", "private"));
     if (entry.isTentative())
-        add(i18nc("of an entry", "tentative"));
+        words.append(i18nc("of an entry", "tentative"));
     if (entry.isRecurring())
-        add(i18nc("of an entry", "recurring"));
+        words.append(i18nc("of an entry", "recurring"));
     if (entry.reminder > 0)
-        add(i18nc("of an entry", "reminder %1", VelReminder::toString(entry.reminder)));
-    if (entry.complete)
-        add(i18nc("of a task", "completed"));
-    return text;
+        words.append(
+            i18nc("of an entry; the lead time", "reminder %1", VelReminder::toString(entry.reminder)));
+    if (entry.type == VelEntry::Todo)
+        words.append(entry.complete ? i18nc("of an entry", "completed task") : i18nc("of an entry", "task"));
+    return words.join(i18nc("between the properties of an entry", ", "));
 }
 
 QString describe(const VelEntryRef &entry, QDate day)
 {
-    const QString span = times(entry, day);
-    QString text = titleOf(*entry.getOriginal()) + QLatin1String(", ") + dayName(day);
-    if (!span.isEmpty())
-        text += QLatin1String(", ") + span;
-    return text + marks(*entry.getOriginal());
+    QStringList parts{title(*entry.getOriginal()), dayName(day), times(entry, day),
+                      marks(*entry.getOriginal())};
+    parts.removeAll(QString());
+    return parts.join(QLatin1String(", "));
 }
 
 QString toolTip(const VelEntryRef &entry, QDate day, const QString &owner)
 {
-    QString text =
-        QLatin1String("<b>") + titleOf(*entry.getOriginal()).toHtmlEscaped() + QLatin1String("</b>");
+    QString text = QLatin1String("<b>") + title(*entry.getOriginal()).toHtmlEscaped() + QLatin1String("</b>");
     const auto addLine = [&text](const QString &line) {
         if (!line.isEmpty())
             text += QLatin1String("<br>") + line.toHtmlEscaped();
     };
     addLine(times(entry, day));
-    addLine(marks(*entry.getOriginal()).mid(2));
+    addLine(marks(*entry.getOriginal()));
     addLine(owner);
     return text;
 }
@@ -82,5 +81,12 @@ QString toolTip(const VelEntryRef &entry, QDate day, const QString &owner)
 QString dayName(QDate day)
 {
     return QLocale().toString(day, QLocale::LongFormat);
+}
+
+QString monthName(QDate month)
+{
+    QLocale locale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    return i18nc("month and year", "%1 %2", VelText::getMonth(month, true), locale.toString(month.year()));
 }
 } // namespace VelEntryText

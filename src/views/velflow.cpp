@@ -48,12 +48,18 @@ qreal VelFlow::labelWidth() const
     return qMin(width, most);
 }
 
-/** A heading needs room for a line of what follows it, too. */
+/** A heading needs room for all of its lines and for one of what follows it, too. */
 qreal VelFlow::needed(std::size_t row) const
 {
-    qreal height = m_paper.lineHeight(faceOf(m_rows[row].kind));
+    const auto heightOf = [this](const Row &part) {
+        const bool isWhole = part.kind == Kind::Heading;
+        const auto lines =
+            isWhole ? m_paper.wrapped(faceOf(part.kind), part.text, m_size.width()).lines.size() : 1;
+        return qreal(lines) * m_paper.lineHeight(faceOf(part.kind));
+    };
+    qreal height = heightOf(m_rows[row]);
     while (m_rows[row].kind == Kind::Heading && ++row < m_rows.size())
-        height += m_paper.mm(RowGap) + m_paper.lineHeight(faceOf(m_rows[row].kind));
+        height += m_paper.mm(RowGap) + heightOf(m_rows[row]);
     return height;
 }
 

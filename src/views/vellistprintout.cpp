@@ -3,6 +3,7 @@
 
 #include "views/vellistprintout.h"
 
+#include <QPaintDevice>
 #include <QPainter>
 
 #include <algorithm>
@@ -14,6 +15,8 @@ constexpr qreal ColumnGap = 3;
 constexpr qreal RowPadding = 0.5;
 /** Of the width: what wide columns have left at least. */
 constexpr qreal WideShare = 0.35;
+/** So many rows, from all over the list, tell how wide the columns are: to measure texts takes long. */
+constexpr int SampleSize = 1000;
 } // namespace
 
 VelListPrintout::VelListPrintout(const QString &title, std::vector<Column> columns, int rowCount, Rows rows)
@@ -29,7 +32,8 @@ std::vector<qreal> VelListPrintout::naturalWidths() const
     std::vector<qreal> widths;
     for (const Column &column : m_columns)
         widths.push_back(m_paper.textWidth(VelPaper::Strong, column.header));
-    for (int row = 0; row < m_rowCount; ++row) {
+    const int step = 1 + (m_rowCount - 1) / SampleSize;
+    for (int row = 0; row < m_rowCount; row += step) {
         const QStringList texts = m_rows(row);
         for (std::size_t i = 0; i < widths.size(); ++i) {
             if (!m_columns[i].isWide)
@@ -84,9 +88,20 @@ qreal VelListPrintout::rowHeight(int lines) const
 
 int VelListPrintout::layOut(const QSizeF &size, const QPaintDevice *device)
 {
-    m_paper = VelPaper(device);
-    m_size = size;
-    fitColumns();
+    // The preview asks first, and for the same paper once more when it is printed.
+    const int dotsPerInch = device->logicalDpiY();
+    if (size != m_size || dotsPerInch != m_dotsPerInch) {
+        m_paper = VelPaper(device);
+        m_size = size;
+        m_dotsPerInch = dotsPerInch;
+        fitColumns();
+        breakPages();
+    }
+    return int(m_pages.size());
+}
+
+void VelListPrintout::breakPages()
+{
     m_pages = {0};
     m_lineCounts.clear();
     m_lineCounts.reserve(std::size_t(m_rowCount));
@@ -94,13 +109,12 @@ int VelListPrintout::layOut(const QSizeF &size, const QPaintDevice *device)
     for (int row = 0; row < m_rowCount; ++row) {
         const int lines = lineCount(m_rows(row));
         m_lineCounts.push_back(quint8(lines));
-        if (bottom + rowHeight(lines) > size.height() && row > m_pages.back()) {
+        if (bottom + rowHeight(lines) > m_size.height() && row > m_pages.back()) {
             m_pages.push_back(row);
             bottom = rowHeight(1);
         }
         bottom += rowHeight(lines);
     }
-    return int(m_pages.size());
 }
 
 void VelListPrintout::paintRow(QPainter &painter, const QStringList &texts, qreal top, VelPaper::Face face,

@@ -18,7 +18,10 @@ public:
         /** Takes the room that the others leave and breaks its texts into lines. */
         bool isWide = false;
     };
-    /** The texts of a row, one for each column. Asked in order, and again for every page that is painted. */
+    /**
+     * The texts of a row, one for each column. Asked for some rows and then for all in order, and again for every page
+     * that is painted.
+     */
     using Rows = std::function<QStringList(int row)>;
 
     /** No row has more lines; what does not fit is elided. */
@@ -38,6 +41,7 @@ private:
 
     [[nodiscard]] std::vector<qreal> naturalWidths() const;
     void fitColumns();
+    void breakPages();
     [[nodiscard]] int lineCount(const QStringList &texts) const;
     [[nodiscard]] qreal rowHeight(int lines) const;
     void paintRow(QPainter &painter, const QStringList &texts, qreal top, VelPaper::Face face,
@@ -50,6 +54,7 @@ private:
 
     VelPaper m_paper;
     QSizeF m_size;
+    int m_dotsPerInch = 0; // for which it is laid out; 0 for not yet
     std::vector<Place> m_places;
     std::vector<quint8> m_lineCounts; // by row
     std::vector<int> m_pages; // the first row of each

@@ -3,6 +3,8 @@
 
 #include "views/velmonthentries.h"
 
+#include "views/veldaysource.h"
+
 #include <algorithm>
 #include <tuple>
 
@@ -30,14 +32,11 @@ Days candidatesOf(const VelEntryList &list, const VelMonthLayout &grid)
         const VelEntry *entry = ref.getOriginal();
         if (entry->isDeleted())
             continue;
-        // An occurrence is as long as its entry. One that ends before it starts stands where it starts.
-        const int span = std::max(0, entry->getSpan());
-        // A to-do stands where it is due, see VelDaySource::isShownOn().
-        const int start = ref.getStartDay() - gridStart + (entry->type == VelEntry::Todo ? span : 0);
-        const int end = entry->type == VelEntry::Todo ? std::min(start, grid.dayCount() - 1)
-                                                      : std::min(start + span, grid.dayCount() - 1);
+        const VelDaySource::Days shown = VelDaySource::shownDays(ref);
+        const int start = ref.getStartDay() - gridStart;
+        const int end = std::min(shown.last - gridStart, grid.dayCount() - 1);
         const int startTime = entry->getStart().time().msecsSinceStartOfDay();
-        for (int day = std::max(0, start); day <= end; ++day)
+        for (int day = std::max(0, shown.first - gridStart); day <= end; ++day)
             days[static_cast<std::size_t>(day)].push_back(
                 {day == start ? startTime : 0, entry->localid, ref.getNumber(), &ref});
     }

@@ -3,8 +3,8 @@
 
 #include "views/velmonthentry.h"
 
-#include "document/veldoc.h"
 #include "model/veltext.h"
+#include "views/velentrytext.h"
 
 #include <QFontMetrics>
 #include <QTextOption>
@@ -43,7 +43,7 @@ const QStaticText &VelMonthEntry::text(const QFont &font, Qt::LayoutDirection di
 
 QString VelMonthEntry::lineText(const VelEntryRef &ref, QDate date)
 {
-    const QString &title = ref.getOriginal()->getTitle();
+    const QString title = VelEntryText::title(*ref.getOriginal());
     // A to-do stands where it is due, whenever it began.
     if (ref.getOriginal()->type == VelEntry::Todo)
         return title;

@@ -9,7 +9,6 @@
 #include <QStaticText>
 
 class QFont;
-class VelDoc;
 
 /**
  * One line of a month's cell: an entry, or an occurrence, on one of its days. A value; it owns no entry.

@@ -7,6 +7,7 @@
 #include "hub/vellook.h"
 #include "model/velsettings.h"
 #include "model/veltext.h"
+#include "views/velentrytext.h"
 #include "views/velmonthlayout.h"
 
 #include <KLocalizedString>
@@ -123,9 +124,7 @@ void VelMonthPainter::paintHeading()
     m_painter.setPen(VelLook::textOn(look.ruler()));
     m_painter.setFont(boldFont(look.calendarFont));
     const QRect top(m_scene.bounds.left(), 0, m_scene.bounds.width(), m_scene.headingHeight - weekdays);
-    m_painter.drawText(top, Qt::AlignCenter,
-                       i18nc("month and year", "%1 %2", VelText::getMonth(m_scene.month, true),
-                             QString::number(m_scene.month.year())));
+    m_painter.drawText(top, Qt::AlignCenter, VelEntryText::monthName(m_scene.month));
     m_painter.setFont(look.calendarFont);
     if (m_scene.cells.size() < VelMonthLayout::DaysPerWeek)
         return;
@@ -138,15 +137,10 @@ void VelMonthPainter::paintHeading()
     }
 }
 
-QColor VelMonthPainter::cellColor(const VelMonthCell &cell) const
-{
-    return cell.isInMonth ? m_scene.look.dayHour : m_scene.look.dayOffHour;
-}
-
 void VelMonthPainter::paintCell(const VelMonthCell &cell)
 {
     const bool isSelected = cell.date == m_scene.selectedDay;
-    const QColor background = isSelected ? m_scene.look.selection : cellColor(cell);
+    const QColor background = isSelected ? m_scene.look.selection : cell.background;
     m_painter.fillRect(cell.rect, background);
     m_painter.setPen(m_scene.look.grid());
     // Right and bottom edge in the cell, the others in its neighbours: lines of one pixel.
@@ -161,10 +155,10 @@ void VelMonthPainter::paintCell(const VelMonthCell &cell)
 
 QColor VelMonthPainter::numberColor(const VelMonthCell &cell, const QColor &ground) const
 {
-    if (cell.date == m_scene.today)
-        return VelLook::textOn(ground);
     if (m_scene.settings.isRedDay(cell.date))
         return m_scene.look.red();
+    if (cell.date == m_scene.today)
+        return VelLook::textOn(ground);
     if (cell.date == m_scene.selectedDay)
         return VelLook::textOn(m_scene.look.selection);
     return VelLook::mixed(VelLook::textOn(ground), ground, cell.isInMonth ? 1 : 0.65);
@@ -181,14 +175,14 @@ void VelMonthPainter::paintNumber(const VelMonthCell &cell)
     const QRect line(cell.rect.left() + 1, cell.rect.top() + 1, cell.rect.width() - 3, m_lineHeight - 2);
     const QRect place =
         QStyle::visualRect(m_scene.direction, line, {line.topLeft(), QSize(width, line.height())});
-    // Red cannot be read on every colour: on a selected day it keeps a patch of the cell's own.
+    // Red cannot be read on every colour: it keeps a patch of the cell's own, with a frame when it is today's.
     const bool needsPatch = isToday || (isRed && cell.date == m_scene.selectedDay);
-    const QColor ground = isToday ? look.highlight() : cellColor(cell);
+    const QColor ground = isToday && !isRed ? look.highlight() : cell.background;
     if (needsPatch) {
         m_painter.setRenderHint(QPainter::Antialiasing);
-        m_painter.setPen(Qt::NoPen);
+        m_painter.setPen(isToday ? QPen(look.highlight(), 2) : QPen(Qt::NoPen));
         m_painter.setBrush(ground);
-        m_painter.drawRoundedRect(place, 4, 4);
+        m_painter.drawRoundedRect(isToday ? place.adjusted(1, 1, -1, -1) : place, 4, 4);
         m_painter.setBrush(Qt::NoBrush);
         m_painter.setRenderHint(QPainter::Antialiasing, false);
     }

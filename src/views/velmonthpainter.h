@@ -24,6 +24,7 @@ struct VelMonthCell {
     QRect more; ///< where moreText stands; empty when there are none
     QString moreText;
     bool isInMonth = true;
+    QColor background; ///< when it is not selected
 };
 
 /** What a drop would do, shown while something is dragged over a day. */
@@ -75,7 +76,6 @@ private:
     void paintEntry(const VelMonthEntry &entry);
     void paintPreview();
     void paintFrame(const QRect &rect, const QColor &color, int width);
-    [[nodiscard]] QColor cellColor(const VelMonthCell &cell) const;
     [[nodiscard]] QColor numberColor(const VelMonthCell &cell, const QColor &ground) const;
 
     QPainter &m_painter;

@@ -5,10 +5,12 @@
 
 #include "model/veltext.h"
 #include "views/veldaysource.h"
+#include "views/velentrytext.h"
 #include "views/velprinttext.h"
 
 #include <KLocalizedString>
 
+#include <QLocale>
 #include <QPainter>
 
 #include <cmath>
@@ -30,8 +32,7 @@ VelMonthPrintout::~VelMonthPrintout() = default;
 
 QString VelMonthPrintout::title() const
 {
-    return i18nc("a month and its year", "%1 %2", VelText::getMonth(m_layout.month(), true),
-                 QString::number(m_layout.month().year()));
+    return VelEntryText::monthName(m_layout.month());
 }
 
 /**
@@ -76,7 +77,7 @@ void VelMonthPrintout::addCell(QDate day)
     }
     const qreal room = rect.height() - m_paper.lineHeight(VelPaper::Strong) - 2 * pad;
     m_cells.push_back(
-        {rect, QString::number(day.day()), m_layout.isInMonth(day),
+        {rect, QLocale().toString(day.day()), m_layout.isInMonth(day),
          fittingLines(texts, rect.width() - 2 * pad, int(room / m_paper.lineHeight(VelPaper::Small)))});
 }
 

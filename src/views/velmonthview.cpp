@@ -18,6 +18,7 @@
 #include <QToolButton>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -89,6 +90,9 @@ void VelMonthView::arrange()
     m_prevButton->setGeometry(mirrored({QPoint(0, 0), ButtonSize}));
     m_nextButton->setGeometry(mirrored({QPoint(width() - ButtonSize.width() + 1, 0), ButtonSize}));
     update();
+    const int lines = m_layout.linesPerCell(VelMonthPainter::lineHeight(VelApp::getApp(this)->look()));
+    if (std::exchange(m_linesPerCell, lines) != lines)
+        velAccessibleChanged(this);
 }
 
 void VelMonthView::dropContent()
@@ -130,6 +134,7 @@ VelMonthCell VelMonthView::cellOf(QDate date, const VelMonthEntries &lines) cons
     cell.count = lines.count(date);
     cell.hidden = lines.hidden(date);
     cell.isInMonth = m_layout.isInMonth(date);
+    cell.background = entryBackground(date);
     if (cell.hidden > 0) {
         VelMonthPainter::placeMore(cell, m_layout.lineRect(date, 0, VelMonthPainter::lineHeight(look)), look);
         cell.more = mirrored(cell.more);

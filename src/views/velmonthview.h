@@ -116,6 +116,14 @@ private:
     /** True while the title of a new event is being typed into a line over this view. */
     [[nodiscard]] bool isTyping() const;
 
+    /** The day that the keyboard acts on: the selected one or that of the selected entry's line; may be invalid. */
+    [[nodiscard]] QDate currentDay() const;
+    /** Asks for all entries of that day. */
+    bool showCurrentDay();
+    void tellFocus();
+    /** Of the cells that have entries without a line the one of that number, from 0. */
+    [[nodiscard]] const VelMonthCell &fullCell(std::size_t number) const;
+
     void selectDay(QDate date);
     void selectLine(int index);
     void goToDay(QDate date);
@@ -128,6 +136,7 @@ private:
     void endDrag();
 
     VelMonthLayout m_layout;
+    int m_linesPerCell = 0;
     QToolButton *m_prevButton;
     QToolButton *m_nextButton;
     QDate m_selectedDay;

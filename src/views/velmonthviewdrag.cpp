@@ -47,7 +47,7 @@ void VelMonthView::showPreview(const QPoint &point)
         m_preview.rect = freeLine(date);
         // The title first: the times stay as they are.
         const QString times = VelEntryText::times(VelEntryRef(&moved), date);
-        m_preview.text = moved.getTitle();
+        m_preview.text = VelEntryText::title(moved);
         if (!times.isEmpty())
             m_preview.text += QLatin1String(", ") + times;
     }

@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QHelpEvent>
+#include <QKeySequence>
 #include <QMouseEvent>
 #include <QToolTip>
 #include <QWheelEvent>
@@ -142,7 +143,10 @@ void VelMonthView::showToolTip(const QHelpEvent *event)
     const QDate more = moreAt(event->pos());
     if (more.isValid()) {
         const int hidden = content().lines.hidden(more);
-        QToolTip::showText(event->globalPos(), i18np("%1 more entry", "%1 more entries", hidden), this);
+        const QString count = i18np("%1 more entry", "%1 more entries", hidden);
+        const QString key = QKeySequence(QStringLiteral("Ctrl+Return")).toString(QKeySequence::NativeText);
+        QToolTip::showText(event->globalPos(),
+                           i18nc("so many entries; a key", "%1 (show the day: %2)", count, key), this);
         return;
     }
     const int line = entryAt(event->pos());

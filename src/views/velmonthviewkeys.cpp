@@ -4,7 +4,6 @@
 #include "views/velmonthview.h"
 
 #include "hub/velapp.h"
-#include "model/veltext.h"
 #include "views/velentrytext.h"
 
 #include <KLocalizedString>
@@ -12,6 +11,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
+
+#include <algorithm>
 
 namespace
 {
@@ -81,13 +82,34 @@ void VelMonthView::goToDay(QDate date)
     if (!m_layout.contains(date))
         return;
     selectDay(date);
-    velAccessibleFocus(this, accessibleFocus());
+    tellFocus();
 }
 
 void VelMonthView::goToLine(int index)
 {
     selectLine(index);
-    velAccessibleFocus(this, accessibleFocus());
+    tellFocus();
+}
+
+void VelMonthView::tellFocus()
+{
+    const int part = accessibleFocus();
+    if (part >= 0)
+        velAccessibleFocus(this, part);
+}
+
+QDate VelMonthView::currentDay() const
+{
+    const int line = currentLine();
+    return line >= 0 ? entries()[static_cast<std::size_t>(line)].getDate() : m_selectedDay;
+}
+
+bool VelMonthView::showCurrentDay()
+{
+    const QDate day = currentDay();
+    if (day.isValid())
+        Q_EMIT dayWanted(day);
+    return day.isValid();
 }
 
 bool VelMonthView::moveCurrent(int key)
@@ -127,7 +149,7 @@ bool VelMonthView::editCurrent()
 void VelMonthView::offerNew()
 {
     if (!hasSelection())
-        selectDay(m_layout.month());
+        selectDay(currentLine() >= 0 ? currentDay() : m_layout.month());
     offerNewEntry(freeLine(m_selectedDay));
 }
 
@@ -157,7 +179,7 @@ void VelMonthView::keyPressEvent(QKeyEvent *event)
         break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        isDone = editCurrent();
+        isDone = event->modifiers().testFlag(Qt::ControlModifier) ? showCurrentDay() : editCurrent();
         break;
     case Qt::Key_Escape:
         isDone = leaveCurrent();
@@ -170,8 +192,9 @@ void VelMonthView::keyPressEvent(QKeyEvent *event)
 
 bool VelMonthView::focusNextPrevChild(bool next)
 {
-    // The line for a new event asks here, too: out of that the focus goes its usual way.
-    const int line = !isTyping() ? content().lines.neighbour(currentLine(), m_selectedDay, next) : -1;
+    // The line for a new event asks here, too, and the toolkit when the view is hidden: the focus goes its usual way.
+    const int line =
+        isVisible() && !isTyping() ? content().lines.neighbour(currentLine(), m_selectedDay, next) : -1;
     if (line < 0)
         return VelView::focusNextPrevChild(next);
     goToLine(line);
@@ -180,14 +203,23 @@ bool VelMonthView::focusNextPrevChild(bool next)
 
 QString VelMonthView::accessibleText() const
 {
-    return i18nc("month and year", "%1 %2", VelText::getMonth(month(), true),
-                 QString::number(month().year()));
+    return VelEntryText::monthName(month());
 }
 
 int VelMonthView::accessibleCount() const
 {
     // Nothing is kept for a view that is hidden.
-    return isVisible() ? static_cast<int>(cells().size() + entries().size()) : 0;
+    if (!isVisible())
+        return 0;
+    const auto full = std::count_if(cells().begin(), cells().end(),
+                                    [](const VelMonthCell &cell) { return cell.hidden > 0; });
+    return static_cast<int>(cells().size() + entries().size()) + static_cast<int>(full);
+}
+
+const VelMonthCell &VelMonthView::fullCell(std::size_t number) const
+{
+    return *std::find_if(cells().begin(), cells().end(),
+                         [&number](const VelMonthCell &cell) { return cell.hidden > 0 && number-- == 0; });
 }
 
 VelAccessibleItem VelMonthView::accessibleItem(int index) const
@@ -199,6 +231,10 @@ VelAccessibleItem VelMonthView::accessibleItem(int index) const
             + i18np("%1 entry", "%1 entries", cell.count);
         return {name, cell.rect, QAccessible::Cell, cell.date == m_selectedDay};
     }
+    if (part >= cells().size() + entries().size()) {
+        const VelMonthCell &cell = fullCell(part - cells().size() - entries().size());
+        return {i18np("%1 more entry", "%1 more entries", cell.hidden), cell.more, QAccessible::Link, false};
+    }
     const VelMonthEntry &line = entries()[part - cells().size()];
     return {VelEntryText::describe(line.ref(), line.getDate()), line.rect(), QAccessible::ListItem,
             currentLine() == static_cast<int>(part - cells().size())};
@@ -206,6 +242,8 @@ VelAccessibleItem VelMonthView::accessibleItem(int index) const
 
 int VelMonthView::accessibleFocus() const
 {
+    if (!isVisible())
+        return -1;
     const int line = currentLine();
     if (line >= 0)
         return m_layout.dayCount() + line;

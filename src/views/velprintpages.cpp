@@ -8,8 +8,8 @@
 
 #include <KLocalizedString>
 
+#include <QPageLayout>
 #include <QPainter>
-#include <QPrinter>
 
 namespace
 {
@@ -19,15 +19,18 @@ constexpr qreal Gap = 2;
 struct Range {
     int first;
     int last;
+    bool isBackwards;
 };
 
 /** The pages that are wanted, from 0. */
-Range wantedPages(const QPrinter &printer, int count)
+Range wantedPages(const QPagedPaintDevice &device, int count)
 {
-    if (printer.printRange() != QPrinter::PageRange || printer.fromPage() < 1)
-        return {0, count - 1};
-    const int first = qMin(printer.fromPage(), count);
-    return {first - 1, qBound(first, printer.toPage(), count) - 1};
+    const auto *printer = dynamic_cast<const QPrinter *>(&device);
+    const bool isBackwards = printer && printer->pageOrder() == QPrinter::LastPageFirst;
+    if (!printer || printer->printRange() != QPrinter::PageRange || printer->fromPage() < 1)
+        return {0, count - 1, isBackwards};
+    const int first = qMin(printer->fromPage(), count);
+    return {first - 1, qBound(first, printer->toPage(), count) - 1, isBackwards};
 }
 } // namespace
 
@@ -80,20 +83,22 @@ void VelPrintPages::paintFoot(QPainter &painter, int page) const
                      Qt::AlignRight);
 }
 
-bool VelPrintPages::print(QPainter &painter, QPrinter &printer, const Progress &progress)
+VelPrintPages::Result VelPrintPages::print(QPainter &painter, QPagedPaintDevice &device,
+                                           const Progress &progress)
 {
-    const QRectF page = printer.pageRect(QPrinter::DevicePixel);
-    layOut(page.size(), &printer);
-    const QPointF topLeft = printer.fullPage() ? page.topLeft() : QPointF();
-    const Range range = wantedPages(printer, m_count);
+    const QPageLayout paper = device.pageLayout();
+    const int dotsPerInch = device.logicalDpiX();
+    const QRectF page = paper.fullRectPixels(dotsPerInch).marginsRemoved(paper.marginsPixels(dotsPerInch));
+    layOut(page.size(), &device);
+    const QPointF topLeft = paper.mode() == QPageLayout::FullPageMode ? page.topLeft() : QPointF();
+    const Range range = wantedPages(device, m_count);
     const int total = range.last - range.first + 1;
-    const bool isBackwards = printer.pageOrder() == QPrinter::LastPageFirst;
     for (int done = 0; done < total; ++done) {
         if (progress && !progress(done, total))
-            return false;
-        if (done > 0 && !printer.newPage())
-            return false;
-        paint(painter, isBackwards ? range.last - done : range.first + done, topLeft);
+            return Result::Cancelled;
+        if (done > 0 && !device.newPage())
+            return Result::Failed;
+        paint(painter, range.isBackwards ? range.last - done : range.first + done, topLeft);
     }
-    return true;
+    return Result::Done;
 }

@@ -6,9 +6,10 @@
 #include "model/veldatetime.h"
 #include "views/velpaper.h"
 
+#include <QPrinter>
+
 #include <functional>
 
-class QPrinter;
 class VelPrintout;
 
 /** The pages of a printout with what stands around it: the title at the head, date and page number at the foot. */
@@ -17,6 +18,7 @@ class VelPrintPages
 public:
     /** Told how many of all pages are done; false puts an end to it. */
     using Progress = std::function<bool(int done, int total)>;
+    enum class Result { Done, Cancelled, Failed };
 
     /** Keeps a reference to @p printout. @p printed is when it is printed. */
     VelPrintPages(VelPrintout &printout, const VelDateTime &printed);
@@ -31,10 +33,10 @@ public:
     void paint(QPainter &painter, int page, const QPointF &topLeft = {}) const;
 
     /**
-     * Lays out for the printer's paper and prints the pages that its range and order ask for. False when it was
-     * put to an end or the printer failed: the pages until then are printed.
+     * Lays out for the device's paper and paints all pages, or those that the range and order of a printer ask for.
+     * When it was put to an end or the device failed the pages until then are painted.
      */
-    bool print(QPainter &painter, QPrinter &printer, const Progress &progress = {});
+    Result print(QPainter &painter, QPagedPaintDevice &device, const Progress &progress = {});
 
 private:
     void paintHead(QPainter &painter) const;

@@ -7,8 +7,6 @@
 
 #include <KLocalizedString>
 
-#include <QStringList>
-
 namespace
 {
 constexpr int MinutesPerDay = 24 * 60;
@@ -53,7 +51,9 @@ Span span(const VelEntryRef &ref, QDate day)
 
 bool isOver(const VelEntryRef &ref, QDate day)
 {
-    return !ref.getOriginal()->notime && ref.getStart().date() < day && span(ref, day).end == 0;
+    const VelEntry &entry = *ref.getOriginal();
+    return entry.type != VelEntry::Todo && !entry.notime && ref.getStart().date() < day
+        && span(ref, day).end == 0;
 }
 
 bool isAllDay(const VelEntryRef &ref, QDate day)
@@ -92,22 +92,5 @@ QString legend()
 {
     return i18nc("what the marks on paper mean", "[%1] private   [%2] repeating   [%3] with a reminder",
                  privateMark(), repeatingMark(), reminderMark());
-}
-
-QString flags(const VelEntry &entry)
-{
-    QStringList words;
-    if (entry.access == VelEntry::Private)
-        words.append(i18nc("of an entry", "private"));
-    if (entry.isTentative())
-        words.append(i18nc("of an entry", "tentative"));
-    if (entry.isRecurring())
-        words.append(i18nc("of an entry", "repeating"));
-    if (entry.reminder > 0)
-        words.append(
-            i18nc("of an entry; the lead time", "reminder %1", VelReminder::toString(entry.reminder)));
-    if (entry.type == VelEntry::Todo)
-        words.append(entry.complete ? i18nc("of an entry", "completed task") : i18nc("of an entry", "task"));
-    return words.join(i18nc("between the properties of an entry", ", "));
 }
 } // namespace VelPrintText

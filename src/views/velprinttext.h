@@ -5,7 +5,7 @@
 
 #include "model/velentrylist.h"
 
-#include <QCoreApplication>
+#include <QString>
 
 /** What printouts say of an entry. Entries may be occurrences. */
 namespace VelPrintText
@@ -22,7 +22,7 @@ struct Span {
 [[nodiscard]] Span span(const VelEntryRef &ref, QDate day);
 /** Without times of day, or longer than @p day at both ends. */
 [[nodiscard]] bool isAllDay(const VelEntryRef &ref, QDate day);
-/** An entry that has times but ended in the midnight with which @p day begins: it is no more on that day. */
+/** An event that has times but ended in the midnight with which @p day begins: it is no more on that day. */
 [[nodiscard]] bool isOver(const VelEntryRef &ref, QDate day);
 /** Begin and end on @p day in the user's format; "All day" for an entry without times. */
 [[nodiscard]] QString times(const VelEntryRef &ref, QDate day);
@@ -30,6 +30,4 @@ struct Span {
 [[nodiscard]] QString marks(const VelEntry &entry);
 /** What the letters mean. */
 [[nodiscard]] QString legend();
-/** The same in words, and what else sets the entry apart; empty for nothing. */
-[[nodiscard]] QString flags(const VelEntry &entry);
 } // namespace VelPrintText

@@ -33,11 +33,16 @@
 #include <QMenu>
 #include <QPainter>
 #include <QPointer>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+
+#include <sys/resource.h>
+
+#include <csignal>
 
 using namespace TestCalendar;
 using Answer = VelMessages::Answer;
@@ -76,13 +81,38 @@ public:
     using VelMainWindow::VelMainWindow;
 };
 
-/** One page with a word on it. */
-class OnePage : public VelPrintout
+/** Pages with a word on each. */
+class Pages : public VelPrintout
 {
 public:
     [[nodiscard]] QString title() const override { return QStringLiteral("Word"); }
-    int layOut(const QSizeF &, const QPaintDevice *) override { return 1; }
-    void paintPage(QPainter &painter, int) const override { painter.drawText(9, 99, title()); }
+    int layOut(const QSizeF &, const QPaintDevice *) override { return count; }
+    void paintPage(QPainter &painter, int page) const override
+    {
+        painter.drawText(9, 99, title());
+        if (onPage)
+            onPage(page);
+    }
+    int count = 1;
+    std::function<void(int)> onPage;
+};
+
+/** While it lives no file becomes longer than that many bytes, as on a full disk. */
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &m_before); }
+    Q_DISABLE_COPY_MOVE(FullDisk)
+
+private:
+    rlimit m_before{};
 };
 
 /** A window and the world around it. */
@@ -105,7 +135,11 @@ public:
         world.mailer = std::move(ownMailer);
         world.alerts = std::move(ownAlerts);
         world.now = [] { return at(testDay(), 10); };
-        world.print = [this](VelPrintout &printout) { printed.append(printout.title()); };
+        world.print = [this](VelPrintout &printout) {
+            printed.append(printout.title());
+            if (whilePrinting)
+                whilePrinting();
+        };
         world.chooseArchive = [this](const VelArchiveChoice &usual) -> std::optional<VelArchiveChoice> {
             if (files->choice.isEmpty())
                 return std::nullopt;
@@ -139,6 +173,7 @@ public:
     FakeMailer *mailer;
     FakeAlerts *alerts;
     QStringList printed;
+    std::function<void()> whilePrinting;
     QPointer<Window> window;
 };
 } // namespace
@@ -177,6 +212,10 @@ private Q_SLOTS:
     void previewShouldSaveAsPdf_data();
     void previewShouldSaveAsPdf();
     void reminderShouldLeadToItsDate();
+    void pdfThatFailsShouldLeaveTheOldFile_data();
+    void pdfThatFailsShouldLeaveTheOldFile();
+    void windowMayGoWhileItPrints();
+    void printDialogMayGoWithTheWindow();
 
 private:
     QString copyOfExample(const QString &name) const;
@@ -690,7 +729,7 @@ void VelMainWindowTest::previewShouldSaveAsPdf()
     session.messages->orderAnswer(static_cast<Answer>(answer));
     VelPrintDialogs dialogs(
         {session.window, *session.messages, *session.files, [] { return at(testDay(), 10); }});
-    OnePage page;
+    Pages page;
     QTimer::singleShot(0, session.window, [&session] {
         auto *preview = session.window->findChild<VelPrintPreview *>();
         preview->findChild<QPushButton *>(QStringLiteral("pdf"))->click();
@@ -760,6 +799,77 @@ void VelMainWindowTest::reminderShouldLeadToItsDate()
     session.alerts->answer({VelReminderDialog::Show});
     QCOMPARE(session.window->mainView()->getDate(), testDay().addDays(40));
     QVERIFY(session.doc().getEntry(id)->reminderfired);
+}
+
+void VelMainWindowTest::pdfThatFailsShouldLeaveTheOldFile_data()
+{
+    QTest::addColumn<bool>("isFull");
+    QTest::addColumn<QStringList>("errors");
+    QTest::newRow("disk is full") << true << QStringList{QStringLiteral("Cannot write to the file.")};
+    QTest::newRow("user cancels") << false << QStringList();
+}
+
+void VelMainWindowTest::pdfThatFailsShouldLeaveTheOldFile()
+{
+    QFETCH(bool, isFull);
+    QFETCH(QStringList, errors);
+    Session session;
+    const QString path = m_folder.filePath(QStringLiteral("failing.pdf"));
+    const QByteArray before("something else");
+    QVERIFY(writeBytes(path, before));
+    session.choose(path);
+    session.messages->orderAnswer(Answer::Yes);
+    VelPrintDialogs dialogs(
+        {session.window, *session.messages, *session.files, [] { return at(testDay(), 10); }});
+    Pages pages;
+    pages.count = 60;
+    bool isOpen = false;
+    QTimer::singleShot(0, session.window, [&] {
+        auto *preview = session.window->findChild<VelPrintPreview *>();
+        if (!isFull) {
+            pages.onPage = [preview](int page) {
+                if (page == 20)
+                    preview->findChild<QProgressDialog *>()->cancel();
+            };
+        }
+        {
+            const FullDisk disk(isFull ? 1000 : RLIM_INFINITY);
+            preview->findChild<QPushButton *>(QStringLiteral("pdf"))->click();
+        }
+        isOpen = preview->isVisible();
+        preview->reject();
+    });
+    dialogs.printOut(pages);
+    QCOMPARE(fileBytes(path), before);
+    QCOMPARE(session.messages->errors(), errors);
+    QVERIFY(isOpen); // to try another place
+}
+
+void VelMainWindowTest::windowMayGoWhileItPrints()
+{
+    Session session;
+    session.whilePrinting = [&session] { delete session.window; };
+    session.trigger("file_print");
+    QVERIFY(!session.window);
+    QCOMPARE(session.printed.size(), 1);
+}
+
+void VelMainWindowTest::printDialogMayGoWithTheWindow()
+{
+    Session session;
+    auto dialogs = std::make_unique<VelPrintDialogs>(VelPrintDialogs::Context{
+        session.window, *session.messages, *session.files, [] { return at(testDay(), 10); }});
+    Pages pages;
+    QTimer::singleShot(0, session.window, [&] {
+        QTimer::singleShot(0, session.window, [&] {
+            dialogs.reset();
+            delete session.window;
+        });
+        auto *preview = session.window->findChild<VelPrintPreview *>();
+        Q_EMIT preview->printWanted();
+    });
+    dialogs->printOut(pages);
+    QVERIFY(!session.window);
 }
 
 QTEST_MAIN(VelMainWindowTest)

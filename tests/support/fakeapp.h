@@ -34,7 +34,11 @@ public:
     [[nodiscard]] const VelLook &look() const override { return fakeLook; }
     [[nodiscard]] VelMessages &messages() override { return fakeMessages; }
     void setCutCopy(const VelEntry *selected, bool) override { cutCopyEntry = selected; }
-    void setEditLock(bool locked) override { isLocked = locked; }
+    void setEditLock(bool locked) override
+    {
+        isLocked = locked;
+        ++lockCount;
+    }
     [[nodiscard]] bool mayEdit() const override { return !isLocked && doc.isWritable(); }
     [[nodiscard]] VelDateTime now() const override { return fakeNow; }
     void informChanges(const VelEntry &entry) override { informed.append(entry.getTitle()); }
@@ -62,5 +66,6 @@ public:
     QString shownTitle;
     int clipboardCount = 0;
     QStringList informed; // titles of the entries whose attendees were told
+    int lockCount = 0; // how often it was taken or given back
     bool isLocked = false;
 };

@@ -87,6 +87,7 @@ private Q_SLOTS:
     void everyMonthShouldHaveItsRows();
     void shouldReadDatesAsTheLocaleWritesThem_data();
     void shouldReadDatesAsTheLocaleWritesThem();
+    void redDayShouldStayRedWhenHighlighted();
     void cellsShouldKnowTheirDays();
     void shouldNumberWeeksAroundNewYear();
     void shouldStepToTheLastDayOfAShorterMonth();
@@ -124,6 +125,10 @@ void VelDayPickerTest::shouldReadDatesAsTheLocaleWritesThem_data()
     QTest::newRow("full") << German << QStringLiteral("01.02.2026") << day;
     QTest::newRow("brief") << German << QStringLiteral(" 1.2.26 ") << day;
     QTest::newRow("last century") << German << QStringLiteral("1.2.69") << QDate(1969, 2, 1);
+    QTest::newRow("leap day") << German << QStringLiteral("29.2.00") << QDate(2000, 2, 29);
+    QTest::newRow("no leap day") << German << QStringLiteral("29.2.01") << QDate();
+    QTest::newRow("year between") << QLocale(QStringLiteral("sv_SE")) << QStringLiteral("04-02-29")
+                                  << QDate(2004, 2, 29);
     QTest::newRow("month first") << American << QStringLiteral("2/1/26") << day;
     QTest::newRow("month by name") << QLocale::c() << QStringLiteral("1 Feb 2026") << day;
     QTest::newRow("no such day") << German << QStringLiteral("30.2.2026") << QDate();
@@ -142,6 +147,18 @@ void VelDayPickerTest::shouldReadDatesAsTheLocaleWritesThem()
     QFETCH(QString, text);
     QLocale::setDefault(locale);
     QTEST(VelDayPicker::readDate(text), "date");
+}
+
+void VelDayPickerTest::redDayShouldStayRedWhenHighlighted()
+{
+    Window window;
+    VelDayPickerItem *item = itemOf(window.picker, today());
+    const auto pictureOf = [item](bool isToday, bool isRed) {
+        item->setDay({today(), true, true, isToday, isRed, false});
+        return item->grab().toImage();
+    };
+    for (const bool isToday : {false, true})
+        QVERIFY(pictureOf(isToday, true) != pictureOf(isToday, false));
 }
 
 void VelDayPickerTest::cellsShouldKnowTheirDays()

@@ -555,6 +555,10 @@ void VelDayViewTest::keysShouldMoveSlotAndSelection()
     window.view->setSelection(march(6, 9), march(6, 10), false, false);
     press(Qt::Key_Right);
     QCOMPARE(next.count(), 1);
+    window.view->setSelection(march(2, 9), march(2, 10), false, false);
+    QVERIFY(window.view->hasFocus());
+    window.view->hide();
+    QVERIFY(!window.view->hasSelectedEntry());
 }
 
 void VelDayViewTest::columnShouldBeReadable()

@@ -91,9 +91,12 @@ void VelMonthLayoutTest::entriesShouldStandByStartThenIdThenOccurrence()
     const VelEntry fromBefore = numbered(8, march(1, 23), march(2, 7));
     VelEntry notice = numbered(2, march(2, 7), march(2, 8));
     notice.type = VelEntry::Deleted;
+    VelEntry task = numbered(7, march(1, 23), march(2, 7));
+    task.type = VelEntry::Todo;
     const qint32 day = march(2).julianDay();
     const VelEntryList list{VelEntryRef(&late),  VelEntryRef(&tie, 2, day), VelEntryRef(&tie, 1, day),
-                            VelEntryRef(&first), VelEntryRef(&fromBefore),  VelEntryRef(&notice)};
+                            VelEntryRef(&first), VelEntryRef(&fromBefore),  VelEntryRef(&notice),
+                            VelEntryRef(&task)};
     const VelMonthEntries entries(list, march2026(), 4);
     QStringList order;
     for (const VelMonthEntries::Line &line : entries.lines()) {
@@ -103,9 +106,9 @@ void VelMonthLayoutTest::entriesShouldStandByStartThenIdThenOccurrence()
                          .arg(line.ref.getOriginal()->localid)
                          .arg(line.ref.getNumber());
     }
-    QCOMPARE(order.join(QLatin1Char(' ')), QStringLiteral("1:8/0 2:3/0 3:9/1 4:9/2"));
-    QCOMPARE(entries.count(today()), 5);
-    QCOMPARE(entries.hidden(today()), 1);
+    QCOMPARE(order.join(QLatin1Char(' ')), QStringLiteral("1:7/0 2:8/0 3:3/0 4:9/1"));
+    QCOMPARE(entries.count(today()), 6);
+    QCOMPARE(entries.hidden(today()), 2);
 }
 
 void VelMonthLayoutTest::longEntryShouldStandOnEachOfItsDaysOnly()

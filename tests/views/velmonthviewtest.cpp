@@ -71,6 +71,16 @@ public:
     void key(int key) { QTest::keyClick(view, static_cast<Qt::Key>(key)); }
     [[nodiscard]] int selectedDay() const { return view->getSelectionStart().date().day(); }
 
+    /** Pulls that entry away; without a screen the drag that this begins ends at once. */
+    void drag(const VelEntry *entry)
+    {
+        const QPoint place = placeOf(entry);
+        QTest::mousePress(view, Qt::LeftButton, {}, place);
+        const QPointF away = place + QPoint(99, 99);
+        QMouseEvent move(QEvent::MouseMove, away, away, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(view, &move);
+    }
+
     /** Drags @p data over that day and drops it there; true when it was taken. */
     bool drop(const VelEntry &entry, int day)
     {
@@ -109,6 +119,10 @@ private Q_SLOTS:
     void arrowsShouldMoveTheDayAcrossMonths();
     void tabShouldWalkTheEntriesAndLeave();
     void partsShouldBeToldToScreenReaders();
+    void hidingShouldSelectNothing();
+    void newEventShouldStandOnTheDayOfTheSelectedEntry();
+    void dragShouldHoldTheLockWhileItLasts();
+    void todayShouldStayRedOnASunday();
 };
 
 void VelMonthViewTest::clickShouldSelectADayAndAnotherLetItGo()
@@ -159,6 +173,20 @@ void VelMonthViewTest::fullCellShouldShowTheFirstAndCountTheRest()
     QTest::mouseClick(window.view, Qt::LeftButton, {}, cell.more.center());
     QCOMPARE(wanted.size(), 1);
     QCOMPARE(wanted.first().first().toDate(), marchDay(5));
+    QTest::keyClick(window.view, Qt::Key_Return, Qt::ControlModifier);
+    QCOMPARE(wanted.size(), 1); // of no day
+    window.click(6);
+    QTest::keyClick(window.view, Qt::Key_Return, Qt::ControlModifier);
+    QCOMPARE(wanted.last().first().toDate(), marchDay(6));
+    QTest::mouseClick(window.view, Qt::LeftButton, {}, lines.front().rect().center());
+    QTest::keyClick(window.view, Qt::Key_Enter, Qt::ControlModifier | Qt::KeypadModifier);
+    QCOMPARE(wanted.size(), 3);
+    QCOMPARE(wanted.last().first().toDate(), marchDay(5));
+    window.app.show();
+    QCOMPARE(window.view->accessibleCount(), 42 + shown + 1);
+    const VelAccessibleItem more = window.view->accessibleItem(42 + shown);
+    QCOMPARE(more.name, QStringLiteral("%1 more entries").arg(count - shown));
+    QCOMPARE(more.rect, cell.more);
 }
 
 void VelMonthViewTest::linesShouldSayWhenTheEntryStarts()
@@ -168,6 +196,8 @@ void VelMonthViewTest::linesShouldSayWhenTheEntryStarts()
     QCOMPARE(VelMonthEntry::lineText(VelEntryRef(&entry), marchDay(3)), QStringLiteral("\u2026 Trip"));
     entry.notime = true;
     QCOMPARE(VelMonthEntry::lineText(VelEntryRef(&entry), marchDay(2)), QStringLiteral("Trip"));
+    entry.setTitle(QString());
+    QCOMPARE(VelMonthEntry::lineText(VelEntryRef(&entry), marchDay(2)), QStringLiteral("Without a title"));
 }
 
 void VelMonthViewTest::mirroredViewShouldFindItsDays()
@@ -246,12 +276,8 @@ void VelMonthViewTest::nothingShouldChangeWhereNothingMay()
         window.app.isLocked = locked;
         window.view->updateView();
         QVERIFY(!window.drop(before, 20));
-        // A drag that began would wait for its end here.
-        const QPoint place = window.placeOf(window.app.doc.getEntry(before.localid));
-        QTest::mousePress(window.view, Qt::LeftButton, {}, place);
-        const QPointF away = place + QPoint(99, 99);
-        QMouseEvent move(QEvent::MouseMove, away, away, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(window.view, &move);
+        window.drag(window.app.doc.getEntry(before.localid));
+        QCOMPARE(window.app.lockCount, 0);
         QTest::mouseDClick(window.view, Qt::LeftButton, {}, window.emptyPlace(12));
         QVERIFY(!window.view->findChild<QLineEdit *>());
         QCoreApplication::processEvents();
@@ -389,6 +415,54 @@ void VelMonthViewTest::partsShouldBeToldToScreenReaders()
     QTest::mouseClick(window.view, Qt::LeftButton, {}, window.placeOf(entry));
     QCOMPARE(window.view->accessibleFocus(), 42);
     QVERIFY(window.view->accessibleItem(42).name.startsWith(QLatin1String("event, ")));
+}
+
+void VelMonthViewTest::hidingShouldSelectNothing()
+{
+    MonthWindow window;
+    window.app.show();
+    window.view->setFocus();
+    QVERIFY(QTest::qWaitForWindowActive(&window.app));
+    window.addEvent(QStringLiteral("event"), march(5, 9), march(5, 10));
+    window.click(4);
+    window.view->hide();
+    QVERIFY(!window.view->hasSelectedEntry());
+    QCOMPARE(window.view->accessibleFocus(), -1);
+}
+
+void VelMonthViewTest::newEventShouldStandOnTheDayOfTheSelectedEntry()
+{
+    MonthWindow window;
+    window.addEvent(QStringLiteral("trip"), march(5, 9), march(7, 10));
+    QTest::mouseClick(window.view, Qt::LeftButton, {}, window.view->entries()[1].rect().center());
+    window.view->offerNew();
+    QCOMPARE(window.selectedDay(), 6);
+}
+
+void VelMonthViewTest::dragShouldHoldTheLockWhileItLasts()
+{
+    MonthWindow window;
+    window.drag(window.addEvent(QStringLiteral("event"), march(5, 9), march(5, 10)));
+    QCOMPARE(window.app.lockCount, 2);
+    QVERIFY(!window.app.isLocked);
+    QCOMPARE(window.app.getDraggedEntry(), 0U);
+}
+
+void VelMonthViewTest::todayShouldStayRedOnASunday()
+{
+    MonthWindow window;
+    const auto redPixels = [&window](int day) {
+        window.app.fakeNow = march(day, 10);
+        const QImage cell = window.view->grab(window.view->getRect(marchDay(day))).toImage();
+        int count = 0;
+        for (int i = 0; i < cell.width() * cell.height(); ++i) {
+            const QColor color = cell.pixelColor(i % cell.width(), i / cell.width());
+            count += color.red() > color.green() + 90 && color.red() > color.blue() + 90 ? 1 : 0;
+        }
+        return count;
+    };
+    QCOMPARE(redPixels(7), 0);
+    QVERIFY(redPixels(8) > 0);
 }
 
 QTEST_MAIN(VelMonthViewTest)

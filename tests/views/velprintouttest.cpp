@@ -9,8 +9,10 @@
 #include "views/velentryprintout.h"
 #include "views/vellistprintout.h"
 #include "views/vellistview.h"
+#include "views/velmonthentries.h"
 #include "views/velmonthprintout.h"
 #include "views/velprintpages.h"
+#include "views/velprinttext.h"
 #include "widgets/wpopupmenu.h"
 #include "widgets/wtable.h"
 
@@ -136,7 +138,7 @@ public:
         printer->setOutputFormat(QPrinter::PdfFormat);
         printer->setOutputFileName(folder.filePath(QStringLiteral("pages.pdf")));
     }
-    bool print(VelPrintout &printout, const VelPrintPages::Progress &progress = {}) const
+    VelPrintPages::Result print(VelPrintout &printout, const VelPrintPages::Progress &progress = {}) const
     {
         QPainter painter(printer.get());
         return VelPrintPages(printout, march(2, 10)).print(painter, *printer, progress);
@@ -181,6 +183,12 @@ private Q_SLOTS:
     void cancellingShouldEndThePrinting();
     void listViewShouldPrintWhatItShows();
     void menusShouldPrintTheEntryTheyAreOpenedOn();
+    void midnightShouldEndEventsButNotTasks();
+    void monthAndDaysShouldHoldTheSame();
+    void dashesShouldFollowTheCalendar();
+    void headingShouldStayWithItsRow();
+    void longListShouldBeMeasuredOnce();
+    void titleShouldUseTheDigitsOfTheLocale();
 };
 
 void VelPrintoutTest::nothingShouldLeaveItsPlace_data()
@@ -376,7 +384,7 @@ void VelPrintoutTest::pdfShouldHaveTheWantedPages()
         pdf.printer->setFromTo(from, to);
     }
     FivePages five;
-    QVERIFY(pdf.print(five));
+    QCOMPARE(pdf.print(five), VelPrintPages::Result::Done);
     QCOMPARE(five.painted, expected);
     const QByteArray bytes = fileBytes(pdf.printer->outputFileName());
     QVERIFY(bytes.startsWith("%PDF"));
@@ -386,7 +394,8 @@ void VelPrintoutTest::pdfShouldHaveTheWantedPages()
 void VelPrintoutTest::cancellingShouldEndThePrinting()
 {
     FivePages five;
-    QVERIFY(!PdfPrinter().print(five, [](int done, int total) { return done < total - 3; }));
+    QCOMPARE(PdfPrinter().print(five, [](int done, int total) { return done < total - 3; }),
+             VelPrintPages::Result::Cancelled);
     QCOMPARE(five.painted, QVector<int>({0, 1}));
 }
 
@@ -445,6 +454,92 @@ void VelPrintoutTest::menusShouldPrintTheEntryTheyAreOpenedOn()
     view->setSelectedEntry(first, false);
     trigger(QStringLiteral("Print Event"));
     QCOMPARE(app.printedTitle, QStringLiteral("first"));
+}
+
+void VelPrintoutTest::midnightShouldEndEventsButNotTasks()
+{
+    VelEntry entry = makeEvent(QStringLiteral("x"), march(2, 9), march(3));
+    QVERIFY(VelPrintText::isOver(VelEntryRef(&entry), QDate(2026, 3, 3)));
+    entry.type = VelEntry::Todo;
+    QVERIFY(!VelPrintText::isOver(VelEntryRef(&entry), QDate(2026, 3, 3)));
+}
+
+void VelPrintoutTest::monthAndDaysShouldHoldTheSame()
+{
+    const VelMonthLayout grid(today(), true);
+    for (const int type : {int(VelEntry::Event), int(VelEntry::Todo)}) {
+        for (const int end : {4, 10, 12}) {
+            Printing printing;
+            VelEntry entry = makeEvent(QStringLiteral("x"), march(10, 9), march(end, 9));
+            entry.type = type;
+            add(printing.doc, entry);
+            const VelEntryList list = printing.doc.getEntries(grid.startDate(), 0, true, grid.endDate());
+            const VelMonthEntries month(list, grid, 3);
+            for (int day = 1; day <= 31; ++day) {
+                const QDate date(2026, 3, day);
+                QCOMPARE(int(VelDocSource(printing.doc).getEntries(date).size()), month.count(date));
+            }
+            QCOMPARE(month.count(QDate(2026, 3, std::max(10, end))), 1);
+        }
+    }
+}
+
+void VelPrintoutTest::dashesShouldFollowTheCalendar()
+{
+    const auto pageOf = [](int display) {
+        Printing printing;
+        VelEntry entry = makeEvent(QStringLiteral("x"), march(2, 9), march(2, 12));
+        entry.display = display;
+        add(printing.doc, entry);
+        return firstPage(*printing.make(QStringLiteral("day")));
+    };
+    QVERIFY(pageOf(VelEntry::Free) != pageOf(VelEntry::Busy));
+    QCOMPARE(pageOf(VelEntry::Free), pageOf(VelEntry::TentativeTime));
+}
+
+void VelPrintoutTest::headingShouldStayWithItsRow()
+{
+    const VelPaper paper(100);
+    // Room for a line of the heading and one of what follows, but not for all of the heading.
+    const QSizeF size(600, 2 * paper.lineHeight(VelPaper::Text) + 2 * paper.lineHeight(VelPaper::Heading));
+    const auto pageOf = [&](bool hasHeading) {
+        VelFlow flow;
+        flow.addText(QStringLiteral("first"));
+        if (hasHeading) {
+            flow.addHeading(longText());
+            flow.addRow(QStringLiteral("label"), QStringLiteral("row"));
+        }
+        flow.layOut(size, paper);
+        QImage image = blank(Portrait);
+        QPainter painter(&image);
+        flow.paintPage(painter, 0);
+        return image;
+    };
+    QCOMPARE(pageOf(true), pageOf(false));
+}
+
+void VelPrintoutTest::longListShouldBeMeasuredOnce()
+{
+    constexpr int count = 20000;
+    int asked = 0;
+    VelListPrintout list(QStringLiteral("List"), {{QStringLiteral("Number")}}, count, [&asked](int row) {
+        ++asked;
+        return QStringList{QString::number(row)};
+    });
+    const QImage device = blank(Portrait);
+    const int pages = list.layOut(Portrait, &device);
+    QVERIFY(asked >= count && asked < count * 11 / 10);
+    QCOMPARE(list.layOut(Portrait, &device), pages); // the preview's pages are those that are printed
+    QVERIFY(asked < count * 11 / 10);
+    QVERIFY(list.layOut(Landscape, &device) > pages);
+}
+
+void VelPrintoutTest::titleShouldUseTheDigitsOfTheLocale()
+{
+    QLocale::setDefault(QLocale(QStringLiteral("fa_IR")));
+    const QString title = Printing().make(QStringLiteral("month"))->title();
+    QLocale::setDefault(QLocale::c());
+    QVERIFY2(title.endsWith(QStringLiteral(" \u06f2\u06f0\u06f2\u06f6")), qPrintable(title));
 }
 
 QTEST_MAIN(VelPrintoutTest)
