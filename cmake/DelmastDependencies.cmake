@@ -15,18 +15,19 @@ if(QT_MAJOR_VERSION EQUAL 5)
 endif()
 
 set(DELMAST_KF_COMPONENTS
-    CalendarCore Config ConfigWidgets CoreAddons I18n IconThemes KIO Notifications WidgetsAddons WindowSystem XmlGui)
+    CalendarCore Config ConfigWidgets Contacts CoreAddons I18n IconThemes KIO Notifications WidgetsAddons WindowSystem
+    XmlGui)
 if(QT_MAJOR_VERSION EQUAL 5)
   find_package(KF5 5.103 REQUIRED COMPONENTS ${DELMAST_KF_COMPONENTS})
   set(DELMAST_KF_TARGETS
-      CalendarCore ConfigCore ConfigGui ConfigWidgets CoreAddons I18n IconThemes KIOCore KIOFileWidgets KIOGui KIOWidgets
-      Notifications WidgetsAddons WindowSystem XmlGui)
+      CalendarCore ConfigCore ConfigGui ConfigWidgets Contacts CoreAddons I18n IconThemes KIOCore KIOFileWidgets KIOGui
+      KIOWidgets Notifications WidgetsAddons WindowSystem XmlGui)
   add_library(KF::StatusNotifierItem ALIAS KF5::Notifications)
 else()
   find_package(KF6 6.13 REQUIRED COMPONENTS ${DELMAST_KF_COMPONENTS} StatusNotifierItem)
   set(DELMAST_KF_TARGETS
-      CalendarCore ConfigCore ConfigGui ConfigWidgets CoreAddons I18n IconThemes KIOCore KIOFileWidgets KIOGui KIOWidgets
-      Notifications WidgetsAddons WindowSystem XmlGui)
+      CalendarCore ConfigCore ConfigGui ConfigWidgets Contacts CoreAddons I18n IconThemes KIOCore KIOFileWidgets KIOGui
+      KIOWidgets Notifications WidgetsAddons WindowSystem XmlGui)
   add_library(KF::StatusNotifierItem ALIAS KF6::StatusNotifierItem)
 endif()
 foreach(component ${DELMAST_KF_TARGETS})
