@@ -171,9 +171,12 @@ void VelActions::makeEntryActions()
     newEntry =
         addEntry("new_entry", i18n("&New Event"), "newappointment", Qt::Key_N, i18n("Create a new event"));
     connect(newEntry, &VelMainWindow::slotNewEntry);
-    later(
-        addEntry("new_todo", i18n("New &To-Do Task"), "newtodo", Qt::Key_T, i18n("Create a new to-do task")));
-    later(addEntry("edit_entry", i18n("&Edit Event"), "edit", Qt::Key_E, i18n("Edit the selected event")));
+    newTodo =
+        addEntry("new_todo", i18n("New &To-Do Task"), "newtodo", Qt::Key_T, i18n("Create a new to-do task"));
+    connect(newTodo, &VelMainWindow::slotNewTodo);
+    editEntry =
+        addEntry("edit_entry", i18n("&Edit Event"), "edit", Qt::Key_E, i18n("Edit the selected event"));
+    connect(editEntry, &VelMainWindow::slotEditEntry);
     viewEntry =
         addEntry("view_entry", i18n("&View Event"), "info", Qt::Key_I, i18n("View the selected event"));
     connect(viewEntry, &VelMainWindow::slotViewEntry);

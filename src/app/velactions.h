@@ -34,6 +34,8 @@ public:
     QAction *del = nullptr;
     QAction *purge = nullptr;
     QAction *newEntry = nullptr;
+    QAction *newTodo = nullptr;
+    QAction *editEntry = nullptr;
 
 private:
     void makeFileActions();

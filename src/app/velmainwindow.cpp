@@ -41,6 +41,8 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
     : m_messages(std::move(surroundings.messages))
     , m_files(std::move(surroundings.files))
     , m_mailer(std::move(surroundings.mailer))
+    , m_addressBook(std::move(surroundings.addressBook))
+    , m_edit(std::move(surroundings.edit))
     , m_now(surroundings.now ? std::move(surroundings.now)
                              : [] { return VelDateTime::fromQDateTime(QDateTime::currentDateTime()); })
     , m_print(std::move(surroundings.print))
@@ -191,6 +193,7 @@ void VelMainWindow::setCutCopy(const VelEntry *selected, bool isSelected)
     m_actions->del->setEnabled(mayRemove);
     m_actions->copy->setEnabled(hasEntry);
     m_actions->viewEntry->setEnabled(hasEntry);
+    m_actions->editEntry->setEnabled(mayRemove);
 }
 
 void VelMainWindow::setEditLock(bool locked)
@@ -211,6 +214,7 @@ void VelMainWindow::updateEditActions()
     m_actions->purge->setEnabled(mayEdit());
     m_actions->import->setEnabled(mayEdit());
     m_actions->newEntry->setEnabled(mayEdit());
+    m_actions->newTodo->setEnabled(mayEdit());
     slotClipboardChanged();
 }
 

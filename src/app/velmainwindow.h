@@ -8,6 +8,7 @@
 #include "app/velfilechooser.h"
 #include "app/velfilecommands.h"
 #include "app/velmailer.h"
+#include "dialogs/veladdressbook.h"
 #include "document/velmessages.h"
 #include "hub/velapp.h"
 
@@ -20,6 +21,7 @@
 
 class QLabel;
 class VelActions;
+class VelEntryDialog;
 class VelEntryInfo;
 class VelAlarm;
 class VelMainView;
@@ -32,6 +34,9 @@ struct VelSurroundings {
     std::unique_ptr<VelMessages> messages;
     std::unique_ptr<VelFileChooser> files;
     std::unique_ptr<VelMailer> mailer;
+    std::unique_ptr<VelAddressBook> addressBook;
+    /** Drives the editor in place of its event loop. */
+    std::function<void(VelEntryDialog &)> edit = {};
     std::function<VelDateTime()> now;
     std::function<void(VelPrintout &)> print = {}; ///< takes what is to be printed, in place of the dialogs
     /** Chooses what to archive, in place of the dialog. */
@@ -54,6 +59,7 @@ public:
     [[nodiscard]] VelDateTime now() const override { return m_now(); }
     [[nodiscard]] QDate today() const { return m_now().date(); }
     void informChanges(const VelEntry &entry) override;
+    void showEntryDialog(const VelEntry &entry, bool isNew) override;
     int showEntryInfo(const VelEntry &entry, VelAnswer::Mode mode, const QString &text = {}) override;
     void printOut(VelPrintout &printout) override;
     void setCutCopy(const VelEntry *selected, bool isSelected) override;
@@ -103,6 +109,8 @@ public Q_SLOTS:
     void slotViewMonth();
     void slotViewList();
     void slotNewEntry();
+    void slotNewTodo();
+    void slotEditEntry();
     void slotViewEntry();
     void slotPurgeCompleted();
     void slotPreferences();
@@ -141,6 +149,8 @@ private:
     std::unique_ptr<VelMessages> m_messages;
     std::unique_ptr<VelFileChooser> m_files;
     std::unique_ptr<VelMailer> m_mailer;
+    std::unique_ptr<VelAddressBook> m_addressBook; // made when the editor first needs it
+    std::function<void(VelEntryDialog &)> m_edit;
     std::function<VelDateTime()> m_now;
     std::function<void(VelPrintout &)> m_print;
     std::function<std::optional<VelArchiveChoice>(const VelArchiveChoice &)> m_chooseArchive;

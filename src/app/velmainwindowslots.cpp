@@ -190,11 +190,6 @@ void VelMainWindow::slotViewMonth()
     m_view->setMainView(VelMainView::MonthView);
 }
 
-void VelMainWindow::slotNewEntry()
-{
-    m_view->getCurrentView()->offerNew();
-}
-
 void VelMainWindow::slotViewEntry()
 {
     if (const VelEntry *entry = m_view->getCurrentView()->getSelectedEntry())
@@ -244,6 +239,14 @@ void VelMainWindow::slotShowEntry(quint32 localid)
     raise();
     activateWindow();
     m_view->setDate(entry->type == VelEntry::Event ? entry->getStart().date() : entry->getEnd().date());
+    // Later: what asked for it has its own end to come to.
+    QTimer::singleShot(0, this, [this, localid] {
+        const VelEntry *shown = m_doc->getEntry(localid);
+        if (shown && shown->type == VelEntry::Event)
+            showEntryInfo(*shown, VelAnswer::Plain);
+        else if (shown)
+            showEntryDialog(*shown, false);
+    });
 }
 
 void VelMainWindow::slotPurgeCompleted()

@@ -68,6 +68,11 @@ public:
     /** Asks whether to write to those attendees of the entry whom the server does not know, if there are any. */
     virtual void informChanges(const VelEntry &entry) = 0;
     /**
+     * Opens the editor on a copy of @p entry: a stored one, or with @p isNew one that VelDoc::newEntry() made and that
+     * gets into the calendar only with OK.
+     */
+    virtual void showEntryDialog(const VelEntry &entry, bool isNew) = 0;
+    /**
      * Shows an entry to be read, or an invitation to be answered, and returns the answer given, which is then noted in
      * the calendar: a value of VelAccount::Status, or 0. Entries of the calendar may be gone afterwards. @p text tells
      * what has happened to the entry.

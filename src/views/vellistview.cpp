@@ -78,6 +78,8 @@ VelListView::VelListView(QWidget *parent, Kind kind, QDate today)
         [](const QDateTime &time) { return VelText::getDateTime(VelDateTime::fromQDateTime(time)); });
     connect(m_table, &WTable::rowClicked, this, &VelListView::slotRowClicked);
     m_table->setRowsDraggable(true);
+    connect(m_table, &WTable::rowDoubleClicked, this, [this](int row) { edit(getEntry(row)); });
+    connect(m_table, &WTable::rowActivated, this, [this](int row) { edit(getEntry(row)); });
     connect(m_table, &WTable::rowDragged, this, &VelListView::slotRowDragged);
     connect(m_table, &WTable::valueChanged, this, &VelListView::slotValueChanged);
     connect(m_table, &WTable::contextMenuRequested, this,
@@ -260,8 +262,8 @@ QMenu *VelListView::taskMenu()
     const auto addItem = [this](const char *icon, const QString &text) {
         return m_menu->addAction(VelApp::getIcon(QLatin1String(icon)), text);
     };
-    // The editor is not part of the program yet.
-    addItem("edit", i18n("Edit Task"))->setEnabled(false);
+    m_editAction = addItem("edit", i18n("Edit Task"));
+    connect(m_editAction, &QAction::triggered, this, &VelListView::slotEdit);
     m_viewAction = addItem("info", i18n("View Task"));
     connect(m_viewAction, &QAction::triggered, this, &VelListView::slotView);
     m_deleteAction = addItem("editdelete", i18n("Delete Task"));
@@ -281,6 +283,7 @@ void VelListView::slotPopup(int row, const QPoint &globalPos)
     QMenu *menu = taskMenu();
     // By its key: the rows may be others by the time an item is chosen.
     m_menuKey = row >= 0 ? m_table->keyOfRow(row) : nullptr;
+    m_editAction->setEnabled(mayChange(menuEntry()));
     m_deleteAction->setEnabled(mayChange(menuEntry()));
     m_printAction->setEnabled(menuEntry() != nullptr);
     m_viewAction->setEnabled(menuEntry() != nullptr);
@@ -324,6 +327,19 @@ std::unique_ptr<VelPrintout> VelListView::makePrintout() const
     return std::make_unique<VelListPrintout>(
         title, std::move(printed), count,
         [rows = std::move(rows)](int row) { return rows[std::size_t(row)]; });
+}
+
+void VelListView::slotEdit()
+{
+    edit(menuEntry());
+}
+
+/** A repeating entry is edited as a whole. */
+void VelListView::edit(const VelEntry *entry)
+{
+    const VelEntry *original = entry ? document()->getOriginalEntry(entry) : nullptr;
+    if (original)
+        VelApp::getApp(this)->showEntryDialog(*original, false);
 }
 
 void VelListView::slotView()

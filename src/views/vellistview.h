@@ -82,6 +82,8 @@ private:
     void slotValueChanged(int row, int column);
     void slotPopup(int row, const QPoint &globalPos);
     void slotDelete();
+    void slotEdit();
+    void edit(const VelEntry *entry);
     void slotView();
     void slotPrint();
     [[nodiscard]] QString cellText(int row, int column) const;
@@ -94,6 +96,7 @@ private:
     WTable *m_table;
     VelListViewWidget *m_filterBar = nullptr;
     QMenu *m_menu = nullptr;
+    QAction *m_editAction = nullptr;
     QAction *m_deleteAction = nullptr;
     QAction *m_printAction = nullptr;
     QAction *m_viewAction = nullptr;

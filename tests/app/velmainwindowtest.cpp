@@ -7,6 +7,7 @@
 #include "app/velprintdialogs.h"
 #include "app/velprintpreview.h"
 #include "app/velrecovery.h"
+#include "dialogs/velentrydialog.h"
 #include "dialogs/velentryinfo.h"
 #include "dialogs/velpreferences.h"
 #include "formats/velvcalendar.h"
@@ -30,6 +31,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
 #include <QPointer>
@@ -145,6 +147,10 @@ public:
                 return std::nullopt;
             return VelArchiveChoice{usual.date, files->choice};
         };
+        world.edit = [this](VelEntryDialog &dialog) {
+            if (edit)
+                edit(dialog);
+        };
         window = new Window(std::move(world));
         window->show();
     }
@@ -174,6 +180,7 @@ public:
     FakeAlerts *alerts;
     QStringList printed;
     std::function<void()> whilePrinting;
+    std::function<void(VelEntryDialog &)> edit; // what the user does in the editor
     QPointer<Window> window;
 };
 } // namespace
@@ -204,6 +211,7 @@ private Q_SLOTS:
     void sessionShouldBringBackUnsavedChanges_data();
     void sessionShouldBringBackUnsavedChanges();
     void quitShouldTakeItsDataOffTheClipboard();
+    void editorShouldWriteOnlyWhatIsAccepted();
     void onlyGuestsOutsideTheServerShouldBeMailed_data();
     void onlyGuestsOutsideTheServerShouldBeMailed();
     void keysShouldSwitchViews_data();
@@ -741,6 +749,51 @@ void VelMainWindowTest::previewShouldSaveAsPdf()
     QCOMPARE(bytes.startsWith("%PDF"), isWritten);
     QCOMPARE(bytes == before, exists && !isWritten);
     QCOMPARE(session.messages->count(), isWritten && !exists ? 0 : 1);
+}
+
+void VelMainWindowTest::editorShouldWriteOnlyWhatIsAccepted()
+{
+    Session session;
+    bool wasLocked = false;
+    const auto enter = [&](const QString &title, bool accept) {
+        return [&wasLocked, &session, title, accept](VelEntryDialog &dialog) {
+            wasLocked = session.window->isEditLocked();
+            dialog.findChild<QLineEdit *>(QStringLiteral("title"))->setText(title);
+            if (accept)
+                dialog.slotOk();
+            else
+                dialog.slotCancel();
+        };
+    };
+    session.edit = enter(QStringLiteral("never"), false);
+    session.trigger("new_entry");
+    QVERIFY(wasLocked);
+    QVERIFY(!session.window->isEditLocked());
+    QCOMPARE(session.doc().getEntryCount(), std::size_t(0));
+    QVERIFY(!session.doc().isModified());
+
+    VelDayView *view = session.window->mainView()->dayView();
+    view->setSelection(at(testDay(), 14), at(testDay(), 15, 30), false, false);
+    session.edit = enter(QStringLiteral("Meeting"), true);
+    session.trigger("new_entry");
+    QCOMPARE(session.doc().getEntryCount(), std::size_t(1));
+    QCOMPARE(view->dayOf(testDay())->entryCount(), 1);
+    const VelEntryRef meeting = view->dayOf(testDay())->entry(0).entry();
+    QCOMPARE(meeting.getStart(), at(testDay(), 14));
+    QCOMPARE(meeting.getEnd(), at(testDay(), 15, 30));
+    const quint32 id = meeting.getOriginal()->localid;
+    session.doc().changeEntry(id, [](VelEntry &entry) { entry.dirty = 0; });
+
+    QVERIFY(!session.isEnabled("edit_entry"));
+    view->setSelectedEntry(session.doc().getEntry(id), true);
+    session.edit = enter(QStringLiteral("Other"), true);
+    session.trigger("edit_entry");
+    QCOMPARE(session.doc().getEntry(id)->getTitle(), QStringLiteral("Other"));
+    QCOMPARE(session.doc().getEntry(id)->dirty, 1);
+
+    session.edit = enter(QStringLiteral("Task"), true);
+    session.trigger("new_todo");
+    QCOMPARE(session.tasks()->getEntry(0)->getTitle(), QStringLiteral("Task"));
 }
 
 void VelMainWindowTest::onlyGuestsOutsideTheServerShouldBeMailed_data()

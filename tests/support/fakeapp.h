@@ -42,6 +42,7 @@ public:
     [[nodiscard]] bool mayEdit() const override { return !isLocked && doc.isWritable(); }
     [[nodiscard]] VelDateTime now() const override { return fakeNow; }
     void informChanges(const VelEntry &entry) override { informed.append(entry.getTitle()); }
+    void showEntryDialog(const VelEntry &entry, bool) override { editedTitle = entry.getTitle(); }
     int showEntryInfo(const VelEntry &entry, VelAnswer::Mode, const QString &) override
     {
         shownTitle = entry.getTitle();
@@ -64,6 +65,7 @@ public:
     int printCount = 0;
     QString printedTitle;
     QString shownTitle;
+    QString editedTitle;
     int clipboardCount = 0;
     QStringList informed; // titles of the entries whose attendees were told
     int lockCount = 0; // how often it was taken or given back

@@ -1,0 +1,200 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "dialogs/velentrydialog.h"
+
+#include "dialogs/velentryrecurdialog.h"
+#include "dialogs/velpeoplepage.h"
+#include "dialogs/velreminderwidget.h"
+#include "document/veldoc.h"
+#include "document/velmessages.h"
+#include "hub/velapp.h"
+#include "model/velsettings.h"
+#include "widgets/wdatetimewidget.h"
+
+#include <KConfigGroup>
+#include <KLocalizedString>
+#include <KSharedConfig>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSpinBox>
+
+namespace
+{
+KConfigGroup dialogGroup()
+{
+    return KSharedConfig::openConfig()->group(QStringLiteral("Entry Editor"));
+}
+} // namespace
+
+VelEntryDialog::VelEntryDialog(VelApp &app, VelAddressBook &book, const VelEntry &entry, bool isNew,
+                               Written written)
+    : QDialog(&app)
+    , m_app(app)
+    , m_doc(*app.document())
+    , m_book(book)
+    , m_written(std::move(written))
+    , m_entry(entry)
+    , m_isStored(!isNew)
+{
+    setWindowTitle(isEvent() ? i18n("Event") : i18n("To-Do task"));
+    setModal(true);
+    makeLayout();
+    explain();
+    fill(VelEntryForm::of(m_entry));
+    m_title->setFocus();
+    const QSize size = dialogGroup().readEntry("Size", QSize());
+    if (size.isValid())
+        resize(size);
+}
+
+VelEntryDialog::~VelEntryDialog()
+{
+    dialogGroup().writeEntry("Size", size());
+}
+
+void VelEntryDialog::fill(const VelEntryForm &form)
+{
+    m_title->setText(form.title);
+    m_noTimes->setChecked(form.notime);
+    m_start->setDateTime(form.start.toQDateTime());
+    m_end->setDateTime(form.end.toQDateTime());
+    m_description->setPlainText(form.description);
+    m_reminder->setReminder(form.reminder);
+    if (form.reminder == 0)
+        m_reminder->setDefault(static_cast<quint32>(m_app.settings()->reminderDefault));
+    if (isEvent()) {
+        m_access->setCurrentIndex(form.access - 1);
+        m_display->setCurrentIndex(form.display - 1);
+        m_recurDialog->setRule(form.rule, form.start.date());
+        m_recurring->setChecked(form.rule.recurringtype > 0);
+        m_people->setServerAccounts(m_app.getAccounts());
+        m_people->setAccounts(form.accounts);
+    } else {
+        m_complete->setChecked(form.complete);
+        m_priority->setValue(form.priority);
+    }
+    slotNoTime(form.notime);
+    showRecurrence();
+}
+
+VelEntryForm VelEntryDialog::form() const
+{
+    VelEntryForm form = VelEntryForm::of(m_entry);
+    form.title = m_title->text();
+    form.start = VelDateTime::fromQDateTime(m_start->getDateTime());
+    form.end = VelDateTime::fromQDateTime(m_end->getDateTime());
+    form.description = m_description->toPlainText();
+    form.notime = m_noTimes->isChecked();
+    if (form.notime && !form.isInOrder() && form.start.date() <= form.end.date()) {
+        // Times that nobody sees are no reason to refuse the days.
+        form.start = form.start.withTime(QTime(0, 0));
+        form.end = form.end.withTime(QTime(23, 59));
+    }
+    form.reminder = m_reminder->getReminder();
+    if (isEvent()) {
+        form.accounts = m_people->getAccounts();
+        form.access = m_access->currentIndex() + 1;
+        form.display = m_display->currentIndex() + 1;
+        form.rule = m_recurring->isChecked() ? m_recurDialog->getRule() : VelRecurrenceRule();
+    } else {
+        form.complete = m_complete->isChecked();
+        form.priority = m_priority->value();
+    }
+    return form;
+}
+
+bool VelEntryDialog::updateData()
+{
+    const VelEntryForm written = form();
+    if (!written.isInOrder()) {
+        m_app.messages().error(i18n("Start time may not be later than end time."));
+        return false;
+    }
+    written.applyTo(m_entry);
+    if (m_isStored)
+        m_doc.changeEntry(m_entry.localid, [&written](VelEntry &stored) { written.applyTo(stored); });
+    else
+        m_doc.addEntry(std::make_unique<VelEntry>(m_entry));
+    m_isStored = true;
+    if (isEvent() && m_written)
+        m_written(m_entry);
+    return true;
+}
+
+void VelEntryDialog::slotOk()
+{
+    if (!updateData())
+        return;
+    accept();
+    m_doc.slotUpdateAllViews(nullptr);
+}
+
+void VelEntryDialog::slotApply()
+{
+    if (updateData())
+        m_doc.slotUpdateAllViews(nullptr);
+}
+
+/** An event whose box was unticked loses its recurrence even so: that is what unticking it means here. */
+void VelEntryDialog::slotCancel()
+{
+    if (isEvent() && !m_recurring->isChecked() && m_isStored && m_entry.rule.recurringtype > 0) {
+        m_doc.changeEntry(m_entry.localid, [](VelEntry &stored) {
+            stored.rule = VelRecurrenceRule();
+            stored.uDirty(1);
+        });
+        m_doc.slotUpdateAllViews(nullptr);
+    }
+    QDialog::reject();
+}
+
+void VelEntryDialog::setDateTime(const QDateTime &start, const QDateTime &end)
+{
+    m_start->setDateTime(start);
+    m_end->setDateTime(end);
+}
+
+void VelEntryDialog::slotNoTime(bool notime)
+{
+    m_start->hideTime(notime);
+    m_end->hideTime(notime);
+}
+
+void VelEntryDialog::slotRecurring(bool recurring)
+{
+    m_setRecurrence->setEnabled(recurring);
+    showRecurrence();
+}
+
+void VelEntryDialog::slotRecurDialog()
+{
+    m_recurDialog->setRule(m_recurDialog->getRule(), m_start->getDate());
+    m_recurDialog->exec();
+    showRecurrence();
+}
+
+/** The sentence of the rule stands on the button's tool tip and beside it. */
+void VelEntryDialog::showRecurrence()
+{
+    if (!isEvent())
+        return;
+    m_setRecurrence->setEnabled(m_recurring->isChecked());
+    m_recurrenceText->setText(m_recurring->isChecked()
+                                  ? m_recurDialog->getRule().getRecurrenceText(m_start->getDate())
+                                  : QString());
+}
+
+void VelEntryDialog::slotStartChanged(const QDateTime &oldStart, const QDateTime &newStart)
+{
+    m_end->setDateTime(velEndForStart(VelDateTime::fromQDateTime(oldStart),
+                                      VelDateTime::fromQDateTime(newStart),
+                                      VelDateTime::fromQDateTime(m_end->getDateTime()))
+                           .toQDateTime());
+    showRecurrence();
+}
