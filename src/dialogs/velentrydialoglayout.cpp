@@ -34,6 +34,14 @@ QHBoxLayout *inRow(std::initializer_list<QWidget *> widgets)
     return row;
 }
 
+/** A row of several widgets, to the first of which the label's letter leads. */
+void addRow(QFormLayout *layout, const QString &text, std::initializer_list<QWidget *> widgets)
+{
+    auto *label = new QLabel(text);
+    label->setBuddy(*widgets.begin());
+    layout->addRow(label, inRow(widgets));
+}
+
 void explainAs(QWidget *widget, const QString &text)
 {
     widget->setToolTip(text);
@@ -77,8 +85,8 @@ void VelEntryDialog::makeTimes(QFormLayout *layout)
     m_start = new WDateTimeWidget(WDateTimeWidget::Kind::DateTime, this);
     m_end = new WDateTimeWidget(WDateTimeWidget::Kind::DateTime, this);
     m_noTimes = new QCheckBox(i18n("&No times"), this);
-    layout->addRow(i18n("Start ti&me:"), inRow({m_start, m_noTimes}));
-    layout->addRow(isEvent() ? i18n("&End time:") : i18n("&Due time:"), inRow({m_end}));
+    addRow(layout, i18n("Start ti&me:"), {m_start, m_noTimes});
+    addRow(layout, isEvent() ? i18n("&End time:") : i18n("&Due time:"), {m_end});
     connect(m_noTimes, &QCheckBox::toggled, this, &VelEntryDialog::slotNoTime);
     connect(m_start, &WDateTimeWidget::dateChanged, this, &VelEntryDialog::slotStartChanged);
 }
@@ -100,8 +108,8 @@ void VelEntryDialog::makeEventControls(QFormLayout *layout)
     m_access->addItems({i18n("Public"), i18n("Private")});
     m_display = new QComboBox(this);
     m_display->addItems({i18n("Busy"), i18n("Free"), i18n("Tentative")});
-    layout->addRow(i18n("&Access:"), inRow({m_access}));
-    layout->addRow(i18n("S&how time as:"), inRow({m_display}));
+    addRow(layout, i18n("&Access:"), {m_access});
+    addRow(layout, i18n("S&how time as:"), {m_display});
 }
 
 void VelEntryDialog::makeTodoControls(QFormLayout *layout)
@@ -111,7 +119,7 @@ void VelEntryDialog::makeTodoControls(QFormLayout *layout)
     m_priority->setRange(0, 9);
     m_priority->setSpecialValueText(i18nc("no priority", "None"));
     layout->addRow(QString(), m_complete);
-    layout->addRow(i18n("&Priority:"), inRow({m_priority}));
+    addRow(layout, i18n("&Priority:"), {m_priority});
 }
 
 void VelEntryDialog::makeButtons()

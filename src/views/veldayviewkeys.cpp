@@ -157,7 +157,8 @@ void VelDayView::moveSelectedEntry(int days, int rows)
         announce(id);
     if (moved && !selectIfShown(id)) {
         // A to-do stands on the day that it is due.
-        setDate(moved->type == VelEntry::Todo ? moved->getEnd().date() : start.date());
+        setDate(moved->type == VelEntry::Todo ? qMax(moved->getStart(), moved->getEnd()).date()
+                                              : start.date());
         selectIfShown(id);
     }
 }

@@ -29,7 +29,7 @@ namespace VelDrop
 {
 VelDateTime startOn(const VelEntry &entry, QDate day, QTime time)
 {
-    const QDate date = entry.type == VelEntry::Todo ? day.addDays(-entry.getSpan()) : day;
+    const QDate date = entry.type == VelEntry::Todo ? day.addDays(-qMax(0, entry.getSpan())) : day;
     return {date, entry.notime ? entry.getStart().time() : time};
 }
 
