@@ -46,10 +46,7 @@ void VelMainWindow::slotNewTodo()
 
 void VelMainWindow::slotEditEntry()
 {
-    const VelEntry *entry = m_view->getCurrentView()->getSelectedEntry();
-    const VelEntry *original = entry ? m_doc->getOriginalEntry(entry) : nullptr;
-    if (original)
-        showEntryDialog(*original, false);
+    m_view->getCurrentView()->editSelected();
 }
 
 void VelMainWindow::showEntryDialog(const VelEntry &entry, bool isNew)

@@ -13,7 +13,6 @@
 
 #include <KLocalizedString>
 
-#include <QAction>
 #include <QContextMenuEvent>
 #include <QFontMetrics>
 #include <QHBoxLayout>
@@ -234,13 +233,6 @@ void VelDayView::changeTimes(const VelEntry &entry, const VelDayDrag::Times &tim
             day->updateData();
     }
     updateBands();
-}
-
-void VelDayView::editSelected()
-{
-    QAction *action = VelApp::getApp(this)->getAction(QStringLiteral("edit_entry"));
-    if (action && action->isEnabled())
-        action->trigger();
 }
 
 void VelDayView::offerNew()

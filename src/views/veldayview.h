@@ -77,8 +77,6 @@ public:
     /** Gives a stored entry other times, here and in all other views. */
     void changeTimes(const VelEntry &entry, const VelDayDrag::Times &times);
     void announceChange(quint32 localid) { announce(localid); }
-    /** Opens the selected entry to be edited. */
-    void editSelected();
     void offerNew() override;
     /** Scrolls by a line when @p point of the column is near the upper or lower edge of what can be seen. */
     void ensureVisible(const VelDay *day, QPoint point);

@@ -8,7 +8,6 @@
 
 #include <KLocalizedString>
 
-#include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
 
@@ -136,9 +135,7 @@ bool VelMonthView::moveCurrent(int key)
 bool VelMonthView::editCurrent()
 {
     if (hasSelectedEntry()) {
-        QAction *action = VelApp::getApp(this)->getAction(QStringLiteral("edit_entry"));
-        if (action && action->isEnabled())
-            action->trigger();
+        editSelected();
         return true;
     }
     if (hasSelection())

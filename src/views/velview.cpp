@@ -306,6 +306,18 @@ void VelView::offerNewEntry(const QRect &place, const VelDateTime &start, const 
             [this, start, end](const QString &title) { addNewEntry(title, start, end); });
 }
 
+void VelView::editSelected()
+{
+    const VelEntry *entry = getSelectedEntry();
+    const VelEntry *original = entry ? document()->getOriginalEntry(entry) : nullptr;
+    if (!original)
+        return;
+    if (mayChange(original))
+        VelApp::getApp(this)->showEntryDialog(*original, false);
+    else
+        VelApp::getApp(this)->showEntryInfo(*entry, VelAnswer::Plain);
+}
+
 void VelView::finishInput()
 {
     const QList<VelQuickEntry *> lines = findChildren<VelQuickEntry *>();

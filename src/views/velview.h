@@ -55,6 +55,8 @@ public:
     /** Asks for another date: a view never changes its own range. */
     void setDate(QDate date) { Q_EMIT setDateInternal(date); }
 
+    /** Opens the selected entry to be edited, a repeating one as a whole, or to be read when it is not the user's. */
+    void editSelected();
     /** Takes in the title that is being typed, before its place, its calendar or its file is another one. */
     void finishInput();
 

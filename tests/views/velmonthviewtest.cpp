@@ -113,7 +113,7 @@ private Q_SLOTS:
     void nothingShouldChangeWhereNothingMay();
     void pasteShouldGoToTheStartOfTheWorkingDay();
     void doubleClickShouldTakeANewEvent();
-    void doubleClickOnAnEntryShouldEditIt();
+    void doubleClickOnAnEntryShouldOpenIt();
     void rightPressShouldOpenTheFittingMenu();
     void wheelAndKeysShouldTurnTheMonth();
     void arrowsShouldMoveTheDayAcrossMonths();
@@ -321,15 +321,18 @@ void VelMonthViewTest::doubleClickShouldTakeANewEvent()
     QCOMPARE(entry->getEnd(), march(12, 11));
 }
 
-void VelMonthViewTest::doubleClickOnAnEntryShouldEditIt()
+void VelMonthViewTest::doubleClickOnAnEntryShouldOpenIt()
 {
     MonthWindow window;
-    const VelEntry *entry = window.addEvent(QStringLiteral("event"), march(5, 9), march(5, 10));
-    const QSignalSpy edited(window.app.getAction(QStringLiteral("edit_entry")), &QAction::triggered);
-    QTest::mouseDClick(window.view, Qt::LeftButton, {}, window.placeOf(entry));
-    QCOMPARE(edited.size(), 1);
+    const quint32 id = window.addEvent(QStringLiteral("event"), march(5, 9), march(5, 10))->localid;
+    QTest::mouseDClick(window.view, Qt::LeftButton, {}, window.placeOf(window.app.doc.getEntry(id)));
+    QCOMPARE(std::exchange(window.app.editedTitle, {}), QStringLiteral("event"));
     window.key(Qt::Key_Return);
-    QCOMPARE(edited.size(), 2);
+    QCOMPARE(std::exchange(window.app.editedTitle, {}), QStringLiteral("event"));
+    window.app.doc.changeEntry(id, [](VelEntry &entry) { entry.user = 99; });
+    window.key(Qt::Key_Return); // somebody else's can only be read
+    QCOMPARE(window.app.shownTitle, QStringLiteral("event"));
+    QVERIFY(window.app.editedTitle.isEmpty());
     window.key(Qt::Key_Escape);
     QVERIFY(!window.view->hasSelectedEntry());
 }
