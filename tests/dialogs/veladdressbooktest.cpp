@@ -141,9 +141,12 @@ void VelAddressBookTest::shouldSkipWhatIsNoFileOfCards()
 /** Reading all its addresses would take longer than a test may. */
 void VelAddressBookTest::shouldNotHangOnACardMadeForIt()
 {
+    constexpr int count = 200000;
     QByteArray lines = "FN:Anna";
-    for (int i = 0; i < 200000; ++i)
-        lines += "\r\nEMAIL:a" + QByteArray::number(i) + "@a.org";
+    lines.reserve(
+        count * 24); // each addition grows it by a little: that alone would take minutes under a sanitizer
+    for (int i = 0; i < count; ++i)
+        lines.append("\r\nEMAIL:a").append(QByteArray::number(i)).append("@a.org");
     const QTemporaryDir dir;
     writeFile(dir.filePath(QStringLiteral("a.vcf")), card(lines));
     QCOMPARE(contents(VelVCardAddressBook(dir.path())), QStringLiteral("Anna|a0@a.org"));
