@@ -29,15 +29,12 @@ void addInput(QGridLayout *layout, int row, int column, const QString &text, QWi
 
 VelColorPage::VelColorPage(QWidget *parent)
     : VelPreferencesPage(parent)
-    , m_calendarFont(nullptr)
-    , m_entryFont(nullptr)
-    , m_sample(nullptr)
+    , m_calendarFont(new WFontButton(this))
+    , m_entryFont(new WFontButton(this))
+    , m_sample(new VelLookSample(this))
 {
     auto *layout = new QGridLayout(this);
     const int row = addColors(layout);
-    m_calendarFont = new WFontButton(this);
-    m_entryFont = new WFontButton(this);
-    m_sample = new VelLookSample(this);
     m_calendarFont->setObjectName(QStringLiteral("CalendarFont"));
     m_entryFont->setObjectName(QStringLiteral("EntryFont"));
     const auto addFont = [layout](int at, const QString &text, WFontButton *button) {

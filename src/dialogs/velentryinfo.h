@@ -20,7 +20,7 @@ public:
      * Shows @p entry as it is now; it may go before the dialog does. @p parent is in the window of its calendar.
      * @p text tells above it what has happened to it; it may be empty.
      */
-    VelEntryInfo(const VelEntry &entry, QWidget *parent, VelAnswer::Mode mode, const QString &text = {});
+    VelEntryInfo(const VelEntry &entry, QWidget *parent, VelAnswer::Mode wanted, const QString &text = {});
     ~VelEntryInfo() override;
 
     /** The answer that was chosen, a value of VelAccount::Status, or 0. It counts when the dialog was accepted. */

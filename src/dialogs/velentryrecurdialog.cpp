@@ -92,10 +92,10 @@ VelEntryRecurDialog::VelEntryRecurDialog(QDate today, QWidget *parent)
     setModal(true);
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(makeFrequencyRow());
-    m_pages = makePages();
+    m_pages = makePages(); // NOLINT(cppcoreguidelines-prefer-member-initializer): below what is made first
     layout->addWidget(m_pages);
     layout->addWidget(makeEndBox());
-    m_preview = makePreview();
+    m_preview = makePreview(); // NOLINT(cppcoreguidelines-prefer-member-initializer)
     layout->addWidget(m_preview, 1);
     layout->addWidget(m_buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);

@@ -119,7 +119,7 @@ void VelPreferences::slotDefaults()
 QString VelPreferences::problem() const
 {
     for (const VelPreferencesPage *page : m_pages) {
-        const QString problem = page->problem();
+        QString problem = page->problem();
         if (!problem.isEmpty())
             return problem;
     }

@@ -35,7 +35,7 @@ public:
     }
     /** The entry on top at @p point, or -1. */
     [[nodiscard]] int entryAt(QPoint point) const;
-    [[nodiscard]] int indexOf(const VelEntryRef &entry) const;
+    [[nodiscard]] int indexOf(const VelEntryRef &wanted) const;
     /** Where the selected entry is among them, or -1. */
     [[nodiscard]] int selectedIndex() const;
     /** Paints anew what shows @p entry, an occurrence of it or the entry that it is an occurrence of. */

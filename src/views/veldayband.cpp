@@ -57,7 +57,7 @@ void VelDayBand::layOut()
     }
     m_first = qBound(0, m_first, hiddenCount());
     for (int line = 0; line < shownCount(); ++line)
-        m_entries[static_cast<std::size_t>(m_first + line)].setRect(lineRect(line));
+        m_entries[static_cast<std::size_t>(m_first) + static_cast<std::size_t>(line)].setRect(lineRect(line));
     update();
 }
 

@@ -4,6 +4,7 @@
 #include "views/veldaydrag.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace
 {
@@ -33,7 +34,7 @@ int stepsTo(int y, double edge, double rowHeight)
     const double distance = y - edge;
     if (std::abs(distance) <= rowHeight / 2)
         return 0;
-    const int steps = static_cast<int>(std::abs(distance) / rowHeight + 0.5);
+    const int steps = static_cast<int>(std::lround(std::abs(distance) / rowHeight));
     return distance < 0 ? -steps : steps;
 }
 

@@ -165,13 +165,13 @@ void VelDayView::moveSelectedEntry(int days, int rows)
 
 bool VelDayView::selectIfShown(quint32 localid)
 {
-    for (const Place &place : places()) {
-        if (place.entry().getOriginal()->localid == localid && place.entry().getNumber() == 0) {
-            selectShown(place.area, place.index);
-            return true;
-        }
-    }
-    return false;
+    const std::vector<Place> all = places();
+    const auto found = std::find_if(all.begin(), all.end(), [localid](const Place &place) {
+        return place.entry().getOriginal()->localid == localid && place.entry().getNumber() == 0;
+    });
+    if (found != all.end())
+        selectShown(found->area, found->index);
+    return found != all.end();
 }
 
 void VelDayView::selectShown(VelDayArea *area, int index)
