@@ -33,7 +33,7 @@ VelDesktopAlerts::VelDesktopAlerts(QWidget *window)
 
 VelDesktopAlerts::~VelDesktopAlerts()
 {
-    closeReminder();
+    VelDesktopAlerts::closeReminder();
 }
 
 void VelDesktopAlerts::startProgram(const QString &program, const QStringList &arguments)
