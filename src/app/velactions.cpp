@@ -71,6 +71,14 @@ QAction *VelActions::add(const char *name, const QString &text, const char *icon
     return withStatus(action, status);
 }
 
+QAction *VelActions::addWithKey(const char *name, const QString &text, const char *icon, Qt::Key key,
+                                const QString &status)
+{
+    QAction *action = add(name, text, icon, status);
+    m_collection->setDefaultShortcut(action, key);
+    return action;
+}
+
 template <typename Slot>
 void VelActions::connect(QAction *action, Slot slot)
 {
@@ -141,52 +149,41 @@ void VelActions::makeViewActions()
     showStatusBar = KStandardAction::showStatusbar(m_window, &VelMainWindow::slotViewStatusBar, m_collection);
     withStatus(showStatusBar, i18n("Enables/disables the statusbar"));
 
-    const auto addView = [this](const char *name, const QString &text, const char *icon, Qt::Key key,
-                                const QString &status) {
-        QAction *action = add(name, text, icon, status);
-        m_collection->setDefaultShortcut(action, key);
-        return action;
-    };
-    connect(addView("view_1_day", i18n("View &1 Day"), "view1", Qt::Key_1, i18n("View 1 calendar day")),
+    connect(addWithKey("view_1_day", i18n("View &1 Day"), "view1", Qt::Key_1, i18n("View 1 calendar day")),
             &VelMainWindow::slotView1Day);
-    connect(addView("view_5_day", i18n("View &5 Days"), "view5", Qt::Key_5, i18n("View 5 calendar days")),
+    connect(addWithKey("view_5_day", i18n("View &5 Days"), "view5", Qt::Key_5, i18n("View 5 calendar days")),
             &VelMainWindow::slotView5Day);
-    connect(addView("view_7_day", i18n("View &7 Days"), "view7", Qt::Key_7, i18n("View 7 calendar days")),
+    connect(addWithKey("view_7_day", i18n("View &7 Days"), "view7", Qt::Key_7, i18n("View 7 calendar days")),
             &VelMainWindow::slotView7Day);
-    connect(addView("view_month", i18n("View &Month"), "viewmonth", Qt::Key_M, i18n("View calendar month")),
-            &VelMainWindow::slotViewMonth);
-    connect(addView("view_list", i18n("View &List"), "viewlist", Qt::Key_L,
-                    i18n("View list of calendar entries")),
+    connect(
+        addWithKey("view_month", i18n("View &Month"), "viewmonth", Qt::Key_M, i18n("View calendar month")),
+        &VelMainWindow::slotViewMonth);
+    connect(addWithKey("view_list", i18n("View &List"), "viewlist", Qt::Key_L,
+                       i18n("View list of calendar entries")),
             &VelMainWindow::slotViewList);
 }
 
 void VelActions::makeEntryActions()
 {
-    const auto addEntry = [this](const char *name, const QString &text, const char *icon, Qt::Key key,
-                                 const QString &status) {
-        QAction *action = add(name, text, icon, status);
-        m_collection->setDefaultShortcut(action, key);
-        return action;
-    };
     newEntry =
-        addEntry("new_entry", i18n("&New Event"), "newappointment", Qt::Key_N, i18n("Create a new event"));
+        addWithKey("new_entry", i18n("&New Event"), "newappointment", Qt::Key_N, i18n("Create a new event"));
     connect(newEntry, &VelMainWindow::slotNewEntry);
-    newTodo =
-        addEntry("new_todo", i18n("New &To-Do Task"), "newtodo", Qt::Key_T, i18n("Create a new to-do task"));
+    newTodo = addWithKey("new_todo", i18n("New &To-Do Task"), "newtodo", Qt::Key_T,
+                         i18n("Create a new to-do task"));
     connect(newTodo, &VelMainWindow::slotNewTodo);
     editEntry =
-        addEntry("edit_entry", i18n("&Edit Event"), "edit", Qt::Key_E, i18n("Edit the selected event"));
+        addWithKey("edit_entry", i18n("&Edit Event"), "edit", Qt::Key_E, i18n("Edit the selected event"));
     connect(editEntry, &VelMainWindow::slotEditEntry);
     viewEntry =
-        addEntry("view_entry", i18n("&View Event"), "info", Qt::Key_I, i18n("View the selected event"));
+        addWithKey("view_entry", i18n("&View Event"), "info", Qt::Key_I, i18n("View the selected event"));
     connect(viewEntry, &VelMainWindow::slotViewEntry);
-    del = addEntry("edit_delete", i18n("&Delete Event"), "editdelete", Qt::Key_Delete,
-                   i18n("Delete the selected event"));
+    del = addWithKey("edit_delete", i18n("&Delete Event"), "editdelete", Qt::Key_Delete,
+                     i18n("Delete the selected event"));
     connect(del, &VelMainWindow::slotEditDelete);
     purge = add("purge_todo", i18n("&Purge To-Do Tasks"), "edittrash", i18n("Remove completed To-Do tasks"));
     connect(purge, &VelMainWindow::slotPurgeCompleted);
-    later(addEntry("synchronize", i18n("&Synchronize"), "synchronize", Qt::Key_S,
-                   i18n("Synchronize calendar with the server")));
+    later(addWithKey("synchronize", i18n("&Synchronize"), "synchronize", Qt::Key_S,
+                     i18n("Synchronize calendar with the server")));
     later(add("changepass", i18n("&Change Password..."), "password", i18n("Change password on the server")));
 }
 

@@ -44,6 +44,8 @@ private:
     void makeEntryActions();
     void makeSettingsActions();
     QAction *add(const char *name, const QString &text, const char *icon, const QString &status);
+    QAction *addWithKey(const char *name, const QString &text, const char *icon, Qt::Key key,
+                        const QString &status);
     QAction *later(QAction *action);
     template <typename Slot>
     void connect(QAction *action, Slot slot);

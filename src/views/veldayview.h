@@ -77,7 +77,8 @@ public:
     /** Gives a stored entry other times, here and in all other views. */
     void changeTimes(const VelEntry &entry, const VelDayDrag::Times &times);
     void announceChange(quint32 localid) { announce(localid); }
-    void offerNew() override;
+    /** Offers to enter a new event into the selected range of time, or where work begins when there is none. */
+    void offerNew();
     /** Scrolls by a line when @p point of the column is near the upper or lower edge of what can be seen. */
     void ensureVisible(const VelDay *day, QPoint point);
     /// @}

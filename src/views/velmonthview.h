@@ -35,7 +35,6 @@ public:
     void updateView() override;
     void updateAllEntries(const VelEntry *entry) override;
 
-    void offerNew() override;
     void clearSelection() override;
     /** The selected day when work begins, and two hours later. */
     [[nodiscard]] VelDateTime getSelectionStart() const override;

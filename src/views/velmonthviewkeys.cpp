@@ -143,13 +143,6 @@ bool VelMonthView::editCurrent()
     return hasSelection();
 }
 
-void VelMonthView::offerNew()
-{
-    if (!hasSelection())
-        selectDay(currentLine() >= 0 ? currentDay() : m_layout.month());
-    offerNewEntry(freeLine(m_selectedDay));
-}
-
 bool VelMonthView::leaveCurrent()
 {
     const bool hadAny = hasSelectedEntry() || hasSelection();

@@ -283,22 +283,10 @@ void VelView::dropEntry(QDropEvent *event, const std::function<VelDateTime(const
     });
 }
 
-/** From the next full hour, at the top: what a view without a selected range has to offer. */
-void VelView::offerNew()
-{
-    constexpr int hour = 3600; // seconds
-    const VelDateTime now = VelApp::getApp(this)->now();
-    const VelDateTime start = now.withTime(QTime(now.time().hour(), 0)).addSecs(hour);
-    offerNewEntry(QRect(width() / 4, 0, width() / 2, 0), start, start.addSecs(hour));
-}
-
 void VelView::offerNewEntry(const QRect &place)
 {
-    offerNewEntry(place, getSelectionStart(), getSelectionEnd());
-}
-
-void VelView::offerNewEntry(const QRect &place, const VelDateTime &start, const VelDateTime &end)
-{
+    const VelDateTime start = getSelectionStart();
+    const VelDateTime end = getSelectionEnd();
     if (!start.isValid() || !VelApp::getApp(this)->mayEdit())
         return;
     auto *line = new VelQuickEntry(this, place, start, end);

@@ -75,8 +75,6 @@ public Q_SLOTS:
     void cut();
     void copy();
     void del();
-    /** Offers to enter a new event: into the selected range of time, or at a time that suits the view. */
-    virtual void offerNew();
     /** Puts the entry of the clipboard into the calendar, onto the selected range of time if there is one. */
     void paste();
     /** Lets the user print all that is known of the selected entry. */
@@ -113,7 +111,6 @@ protected:
      * @p place (in this widget's coordinates).
      */
     void offerNewEntry(const QRect &place);
-    void offerNewEntry(const QRect &place, const VelDateTime &start, const VelDateTime &end);
 
 private:
     /** Names an entry or an occurrence; unlike a pointer it stays true when the document changes. */

@@ -120,7 +120,6 @@ private Q_SLOTS:
     void tabShouldWalkTheEntriesAndLeave();
     void partsShouldBeToldToScreenReaders();
     void hidingShouldSelectNothing();
-    void newEventShouldStandOnTheDayOfTheSelectedEntry();
     void dragShouldHoldTheLockWhileItLasts();
     void todayShouldStayRedOnASunday();
 };
@@ -431,15 +430,6 @@ void VelMonthViewTest::hidingShouldSelectNothing()
     window.view->hide();
     QVERIFY(!window.view->hasSelectedEntry());
     QCOMPARE(window.view->accessibleFocus(), -1);
-}
-
-void VelMonthViewTest::newEventShouldStandOnTheDayOfTheSelectedEntry()
-{
-    MonthWindow window;
-    window.addEvent(QStringLiteral("trip"), march(5, 9), march(7, 10));
-    QTest::mouseClick(window.view, Qt::LeftButton, {}, window.view->entries()[1].rect().center());
-    window.view->offerNew();
-    QCOMPARE(window.selectedDay(), 6);
 }
 
 void VelMonthViewTest::dragShouldHoldTheLockWhileItLasts()
