@@ -128,6 +128,9 @@ void VelActions::makeFileActions()
 
 void VelActions::makeEditActions()
 {
+    undo = withStatus(m_collection->addAction(KStandardAction::Undo), i18n("Takes back the last change"));
+    redo = withStatus(m_collection->addAction(KStandardAction::Redo),
+                      i18n("Makes the change again that was taken back last"));
     cut = withStatus(KStandardAction::cut(m_window, &VelMainWindow::slotEditCut, m_collection),
                      i18n("Cuts the selected entry and puts it to the clipboard"));
     copy = withStatus(KStandardAction::copy(m_window, &VelMainWindow::slotEditCopy, m_collection),

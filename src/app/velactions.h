@@ -28,6 +28,8 @@ public:
     QAction *quit = nullptr;
     QAction *import = nullptr;
     QAction *viewEntry = nullptr;
+    QAction *undo = nullptr;
+    QAction *redo = nullptr;
     QAction *cut = nullptr;
     QAction *copy = nullptr;
     QAction *paste = nullptr;

@@ -10,6 +10,7 @@
 #include "document/velexchange.h"
 #include "document/velmessages.h"
 #include "document/velpaste.h"
+#include "document/velstep.h"
 #include "document/veltransfer.h"
 #include "document/velurl.h"
 #include "model/velsettings.h"
@@ -124,8 +125,11 @@ bool VelFileCommands::readIntoDocument(const QUrl &url, Imported &imported)
         return false;
     imported = {static_cast<int>(content.entries.size()), content.leftOut, content.simplified,
                 content.isReadable};
-    for (auto &entry : content.entries)
-        VelPaste::addCopy(m_context.doc, std::move(entry));
+    {
+        const VelStepScope scope(&m_context.doc, i18nc("what was done", "Import"));
+        for (auto &entry : content.entries)
+            VelPaste::addCopy(m_context.doc, std::move(entry));
+    }
     if (imported.added > 0)
         m_context.doc.slotUpdateAllViews(nullptr);
     return true;

@@ -12,6 +12,7 @@
 #include "app/velonlinewidget.h"
 #include "app/velprintdialogs.h"
 #include "app/veltray.h"
+#include "app/velundo.h"
 #include "document/veldoc.h"
 #include "hub/velmessageboxes.h"
 #include "views/velmainview.h"
@@ -72,6 +73,7 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
     VelConfiguration::readPreferences(VelConfiguration::preferences(applicationConfig()), m_settings, m_look,
                                       VelLook::defaults(palette()));
     initDocument();
+    initUndo();
     initAlarm();
     const VelWindowOptions options =
         VelConfiguration::readOptions(VelConfiguration::generalOptions(applicationConfig()));
@@ -86,6 +88,7 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
 
 VelMainWindow::~VelMainWindow()
 {
+    m_undo.reset();
     // No reminder may be answered any more, and the views take their leave of the document, which goes last.
     m_alarm.reset();
     m_alerts.reset();
@@ -137,6 +140,12 @@ void VelMainWindow::initAlarm()
         m_alerts = std::make_unique<VelDesktopAlerts>(this);
     m_alarm = std::make_unique<VelAlarm>(*m_doc, m_settings, m_now, *m_alerts);
     connect(m_alarm.get(), &VelAlarm::showWanted, this, &VelMainWindow::slotShowEntry);
+}
+
+void VelMainWindow::initUndo()
+{
+    m_undo = std::make_unique<VelUndo>(*this, *m_doc, *m_actions->undo, *m_actions->redo);
+    connect(m_undo.get(), &VelUndo::changed, this, &VelMainWindow::updateEditActions);
 }
 
 void VelMainWindow::initView(const VelWindowOptions &options)
@@ -215,6 +224,7 @@ void VelMainWindow::updateEditActions()
     m_actions->import->setEnabled(mayEdit());
     m_actions->newEntry->setEnabled(mayEdit());
     m_actions->newTodo->setEnabled(mayEdit());
+    m_undo->updateActions();
     slotClipboardChanged();
 }
 

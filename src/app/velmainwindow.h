@@ -28,6 +28,7 @@ class VelMainView;
 class VelOnlineWidget;
 class VelPreferences;
 class VelTray;
+class VelUndo;
 
 /** What a window asks of the world, so that a test can be that world. Null members stand for the usual. */
 struct VelSurroundings {
@@ -132,6 +133,7 @@ private:
     void initStatusBar();
     void initDocument();
     void initAlarm();
+    void initUndo();
     void initView(const VelWindowOptions &options);
     void readOptions(const VelWindowOptions &options);
     [[nodiscard]] VelWindowOptions currentOptions() const;
@@ -141,6 +143,7 @@ private:
     void takePreferences(const VelSettings &settings, const VelLook &look);
     void updateCaption();
     void updateEditActions();
+    bool applyAnswer(quint32 localid, int answer);
     [[nodiscard]] bool isStored(const VelEntry &entry) const;
     [[nodiscard]] std::optional<VelArchiveChoice> chooseArchive(const VelArchiveChoice &usual);
 
@@ -164,6 +167,7 @@ private:
     std::unique_ptr<VelActions> m_actions;
     std::unique_ptr<VelFileCommands> m_fileCommands;
     std::unique_ptr<VelTray> m_tray;
+    std::unique_ptr<VelUndo> m_undo;
     QPointer<VelEntryInfo> m_entryInfo; // goes with the window too
     QTimer m_autoSaveTimer;
     bool m_editLock = false;

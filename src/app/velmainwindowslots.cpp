@@ -13,6 +13,7 @@
 #include "document/veldoc.h"
 #include "document/veldrag.h"
 #include "document/velmessages.h"
+#include "document/velstep.h"
 #include "hub/velprintout.h"
 #include "views/velmainview.h"
 
@@ -205,6 +206,12 @@ bool VelMainWindow::isStored(const VelEntry &entry) const
     return original && original->getOccurrence(entry.localid) == &entry;
 }
 
+bool VelMainWindow::applyAnswer(quint32 localid, int answer)
+{
+    const VelStepScope scope(m_doc, i18nc("what was done", "Answer"));
+    return VelAnswer::apply(*m_doc, localid, answer);
+}
+
 int VelMainWindow::showEntryInfo(const VelEntry &entry, VelAnswer::Mode mode, const QString &text)
 {
     delete m_entryInfo;
@@ -216,7 +223,7 @@ int VelMainWindow::showEntryInfo(const VelEntry &entry, VelAnswer::Mode mode, co
     const bool isAccepted = shown->exec() == QDialog::Accepted && shown;
     const int answer = isAccepted ? shown->getAnswer() : int(VelAccount::Unanswered);
     delete shown.data();
-    if (answer != VelAccount::Unanswered && mayEdit() && VelAnswer::apply(*m_doc, localid, answer)) {
+    if (answer != VelAccount::Unanswered && mayEdit() && applyAnswer(localid, answer)) {
         if (answer == VelAccount::Declined)
             m_view->getCurrentView()->clearSelectedEntry(false);
         m_doc->slotUpdateAllViews(nullptr);

@@ -8,6 +8,7 @@
 #include "dialogs/velreminderwidget.h"
 #include "document/veldoc.h"
 #include "document/velmessages.h"
+#include "document/velstep.h"
 #include "hub/velapp.h"
 #include "model/velsettings.h"
 #include "widgets/wdatetimewidget.h"
@@ -117,14 +118,22 @@ bool VelEntryDialog::updateData()
         return false;
     }
     written.applyTo(m_entry);
+    store(written);
+    if (isEvent() && m_written)
+        m_written(m_entry);
+    return true;
+}
+
+void VelEntryDialog::store(const VelEntryForm &written)
+{
+    const QString created =
+        isEvent() ? i18nc("what was done", "New Event") : i18nc("what was done", "New To-Do Task");
+    const VelStepScope scope(&m_doc, m_isStored ? i18nc("what was done", "Edit") : created);
     if (m_isStored)
         m_doc.changeEntry(m_entry.localid, [&written](VelEntry &stored) { written.applyTo(stored); });
     else
         m_doc.addEntry(std::make_unique<VelEntry>(m_entry));
     m_isStored = true;
-    if (isEvent() && m_written)
-        m_written(m_entry);
-    return true;
 }
 
 void VelEntryDialog::slotOk()
@@ -145,10 +154,13 @@ void VelEntryDialog::slotApply()
 void VelEntryDialog::slotCancel()
 {
     if (isEvent() && !m_recurring->isChecked() && m_isStored && m_entry.rule.recurringtype > 0) {
-        m_doc.changeEntry(m_entry.localid, [](VelEntry &stored) {
-            stored.rule = VelRecurrenceRule();
-            stored.uDirty(1);
-        });
+        {
+            const VelStepScope scope(&m_doc, i18nc("what was done", "Edit"));
+            m_doc.changeEntry(m_entry.localid, [](VelEntry &stored) {
+                stored.rule = VelRecurrenceRule();
+                stored.uDirty(1);
+            });
+        }
         m_doc.slotUpdateAllViews(nullptr);
     }
     QDialog::reject();

@@ -72,6 +72,7 @@ private:
     void makeButtons();
     void explain();
     void fill(const VelEntryForm &form);
+    void store(const VelEntryForm &written);
     [[nodiscard]] bool isEvent() const { return m_entry.type == VelEntry::Event; }
     void slotNoTime(bool notime);
     void slotRecurring(bool recurring);

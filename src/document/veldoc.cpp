@@ -38,6 +38,7 @@ void VelDoc::deleteContents()
     m_index.clear();
     m_reminders.clear();
     m_entries.clear();
+    m_stepBefore.clear();
     ++m_todoRevision;
     m_modified = false;
     m_modsSynced = true;
@@ -72,6 +73,7 @@ std::unique_ptr<VelEntry> VelDoc::newEntry(std::unique_ptr<VelEntry> entry)
 const VelEntry *VelDoc::addEntry(std::unique_ptr<VelEntry> entry)
 {
     warnUnless(entry->localid != 0, "e->localid!=0", 52);
+    record(entry->localid);
     removeEntry(entry->localid);
     return store(std::move(entry), m_today());
 }
@@ -111,6 +113,7 @@ void VelDoc::removeEntry(quint32 localid)
     const auto found = m_entries.find(localid);
     if (found == m_entries.end())
         return;
+    record(localid);
     removeFromIndex(found->second);
     m_entries.erase(found);
 }
@@ -133,6 +136,7 @@ bool VelDoc::changeEntry(quint32 localid, const std::function<void(VelEntry &)> 
     const auto found = m_entries.find(localid);
     if (found == m_entries.end())
         return false;
+    record(localid);
     VelEntry &entry = *found->second.entry;
     removeFromIndex(found->second);
     change(entry);
@@ -149,8 +153,11 @@ int VelDoc::purgeCompleted()
         if (stored.entry->type == VelEntry::Todo && stored.entry->complete && isOwner(stored.entry.get()))
             completed.push_back(stored.entry.get());
     }
-    for (const VelEntry *entry : completed)
-        deleteEntry(entry, false);
+    {
+        const VelStepScope step(this, i18nc("what was done", "Purge To-Do Tasks"));
+        for (const VelEntry *entry : completed)
+            deleteEntry(entry, false);
+    }
     if (!completed.empty())
         slotUpdateAllViews(nullptr);
     return static_cast<int>(completed.size());
@@ -211,6 +218,37 @@ bool VelDoc::isTentative(const VelEntry &entry) const
 bool VelDoc::isOwner(const VelEntry *entry) const
 {
     return entry->user == 0 || entry->user == m_meta.userid;
+}
+
+void VelDoc::beginStep(const QString &text)
+{
+    if (m_stepDepth++ == 0)
+        m_stepText = text;
+}
+
+void VelDoc::record(quint32 localid)
+{
+    if (m_stepDepth == 0 || m_stepBefore.count(localid) != 0)
+        return;
+    const VelEntry *entry = getEntry(localid);
+    m_stepBefore.emplace(localid, entry ? std::make_unique<VelEntry>(*entry) : nullptr);
+}
+
+void VelDoc::endStep()
+{
+    if (--m_stepDepth > 0)
+        return;
+    std::vector<VelStep::Change> changes;
+    std::map<quint32, std::unique_ptr<VelEntry>> touched;
+    touched.swap(m_stepBefore);
+    for (auto &[localid, before] : touched) {
+        const VelEntry *after = getEntry(localid);
+        if (before && after ? *before == *after : !before && !after)
+            continue;
+        changes.push_back({std::move(before), after ? std::make_unique<VelEntry>(*after) : nullptr});
+    }
+    if (!changes.empty())
+        Q_EMIT stepDone(std::make_shared<VelStep>(m_stepText, m_exchangeCount, std::move(changes)));
 }
 
 void VelDoc::addView(VelDocView *view)

@@ -6,6 +6,7 @@
 #include "document/velentryindex.h"
 #include "document/velfilestate.h"
 #include "document/velreminders.h"
+#include "document/velstep.h"
 #include "formats/velxmlreader.h"
 #include "formats/velxmlwriter.h"
 
@@ -156,6 +157,17 @@ public:
     bool snoozeReminder(quint32 localid, const VelDateTime &until);
     /// @}
 
+    /** @name Undo */
+    /// @{
+    /** Begins and ends what stepDone() reports as one step; see VelStepScope. */
+    void beginStep(const QString &text);
+    void endStep();
+    /** Another number whenever the calendar may have been exchanged with the server. */
+    [[nodiscard]] quint64 getExchangeCount() const { return m_exchangeCount; }
+    /** Entries are about to be sent, or have come: what was changed before is no secret of this calendar any more. */
+    void noteExchange() { ++m_exchangeCount; }
+    /// @}
+
     /** @name Views */
     /// @{
     void addView(VelDocView *view);
@@ -215,6 +227,8 @@ Q_SIGNALS:
     void editLockWanted(bool locked);
     /** The user wants to save a calendar that has no file yet. Answer before returning. */
     void saveAsWanted();
+    /** The user has changed entries and may want to take that back. Not sent for a step that came to nothing. */
+    void stepDone(const std::shared_ptr<VelStep> &step);
     /** The list of accounts was replaced. */
     void accountsChanged();
     /** The time for the entry's reminder has come: see dismissReminder() and snoozeReminder(). */
@@ -231,6 +245,7 @@ private:
     };
 
     void deleteContents();
+    void record(quint32 localid);
     void insertInIndex(Stored &stored);
     void removeFromIndex(Stored &stored);
     void initAlarm();
@@ -264,6 +279,12 @@ private:
     std::map<quint32, int> m_rights;
     quint32 m_nextLocalId = 1;
     quint64 m_todoRevision = 1;
+
+    int m_stepDepth = 0;
+    QString m_stepText;
+    std::map<quint32, std::unique_ptr<VelEntry>>
+        m_stepBefore; // what the step has touched, as it was; null for none
+    quint64 m_exchangeCount = 0;
 
     QTimer m_alarmTimer{this};
     quint32 m_alarmEntry = 0; // whose alert is being given

@@ -12,6 +12,8 @@
 #include <memory>
 #include <optional>
 
+class VelStepScope;
+
 /**
  * The column of one day: its hours, what is selected in them, and its entries that have times, all painted by itself.
  *
@@ -76,6 +78,7 @@ private:
         int offset = 0; // pixels from where the edge for changing times belongs to where it is drawn
         bool wasModified = false; // the document
         bool changed = false;
+        std::shared_ptr<VelStepScope> step; // all that the mouse does is taken back at once
     };
 
     [[nodiscard]] QRect placed(QRect rect) const;

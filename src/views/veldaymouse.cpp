@@ -3,6 +3,7 @@
 
 #include "document/veldoc.h"
 #include "document/velpaste.h"
+#include "document/velstep.h"
 #include "hub/velapp.h"
 #include "model/compat.h"
 #include "model/veltext.h"
@@ -75,6 +76,9 @@ void VelDay::pressEntry(int index, QMouseEvent *event)
     press.edge = isAtLeft ? item.rect().left() : item.rect().right();
     press.offset = edgeOffset(mode, item);
     press.wasModified = VelApp::getDocument(m_view)->isModified();
+    if (mode != VelDayDrag::Drag)
+        press.step =
+            std::make_shared<VelStepScope>(VelApp::getDocument(m_view), i18nc("what was done", "Move"));
     m_press = press;
     if (mode != VelDayDrag::Drag)
         VelApp::getApp(m_view)->setEditLock(true);

@@ -6,6 +6,7 @@
 #include "document/veldoc.h"
 #include "document/velmessages.h"
 #include "document/velpaste.h"
+#include "document/velstep.h"
 #include "model/veltext.h"
 
 #include <KLocalizedString>
@@ -42,10 +43,13 @@ Result move(VelDoc &doc, quint32 localid, const VelDateTime &start)
     VelPaste::moveTo(moved, start);
     if (moved.getStart() == entry->getStart())
         return {};
-    doc.changeEntry(localid, [&moved](VelEntry &changed) {
-        changed.setStart(moved.getStart());
-        changed.setEnd(moved.getEnd());
-    });
+    {
+        const VelStepScope scope(&doc, i18nc("what was done", "Move"));
+        doc.changeEntry(localid, [&moved](VelEntry &changed) {
+            changed.setStart(moved.getStart());
+            changed.setEnd(moved.getEnd());
+        });
+    }
     doc.slotUpdateAllViews(nullptr);
     return {doc.getEntry(localid), false};
 }
@@ -59,11 +63,13 @@ Result takeIn(VelDoc &doc, VelMessages &messages, std::vector<std::unique_ptr<Ve
     result.hasKeptDates = entries.size() > 1 || !isWantedHere(messages, *entries.front());
     if (!result.hasKeptDates)
         VelPaste::moveTo(*entries.front(), start);
+    auto scope = std::make_unique<VelStepScope>(&doc, i18nc("what was done", "Drop"));
     for (auto &entry : entries) {
         const VelEntry *added = VelPaste::addCopy(doc, std::move(entry));
         if (!result.entry)
             result.entry = added;
     }
+    scope.reset();
     doc.slotUpdateAllViews(nullptr);
     return result;
 }

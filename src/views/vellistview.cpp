@@ -6,6 +6,7 @@
 #include "document/veldoc.h"
 #include "document/veldrag.h"
 #include "document/velpaste.h"
+#include "document/velstep.h"
 #include "hub/velapp.h"
 #include "model/veltext.h"
 #include "views/vellistprintout.h"
@@ -246,10 +247,15 @@ void VelListView::slotValueChanged(int row, int column)
         m_table->setChecked(row, CompleteColumn, entry->complete);
         return;
     }
-    document()->changeEntry(entry->localid, [complete = box->checked](VelEntry &changed) {
-        changed.complete = complete;
-        changed.uDirty(1);
-    });
+    {
+        const VelStepScope scope(document(),
+                                 box->checked ? i18nc("what was done", "Complete")
+                                              : i18nc("what was done", "Not Complete"));
+        document()->changeEntry(entry->localid, [complete = box->checked](VelEntry &changed) {
+            changed.complete = complete;
+            changed.uDirty(1);
+        });
+    }
     document()->slotUpdateAllViews(this);
 }
 
@@ -362,7 +368,10 @@ void VelListView::slotDelete()
         return;
     if (isSelectedEntry(entry))
         clearSelectedEntry(false);
-    document()->deleteEntry(document()->getOriginalEntry(entry), true);
+    {
+        const VelStepScope scope(document(), i18nc("what was done", "Delete"));
+        document()->deleteEntry(document()->getOriginalEntry(entry), true);
+    }
     document()->slotUpdateAllViews(nullptr);
 }
 
@@ -397,7 +406,10 @@ void VelListView::dropEvent(QDropEvent *event)
     event->setAccepted(!entries.empty());
     if (entries.empty())
         return;
-    for (auto &entry : entries)
-        VelPaste::addCopy(*document(), std::move(entry));
+    {
+        const VelStepScope scope(document(), i18nc("what was done", "Drop"));
+        for (auto &entry : entries)
+            VelPaste::addCopy(*document(), std::move(entry));
+    }
     document()->slotUpdateAllViews(nullptr);
 }

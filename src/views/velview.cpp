@@ -7,6 +7,7 @@
 #include "document/veldrag.h"
 #include "document/velmessages.h"
 #include "document/velpaste.h"
+#include "document/velstep.h"
 #include "hub/velapp.h"
 #include "hub/velprintout.h"
 #include "views/veldrop.h"
@@ -113,7 +114,7 @@ void VelView::cut()
             i18n("Cutting this event to clipboard will also cut all recurring events based on it."),
             i18n("Cut all occurences"))) {
         copy();
-        delInternal();
+        delInternal(i18nc("what was done", "Cut"));
     }
 }
 
@@ -129,16 +130,19 @@ void VelView::del()
 {
     if (mayRemoveSelected(i18n("Deleting this event will also delete all recurring events based on it."),
                           i18n("Delete all occurences")))
-        delInternal();
+        delInternal(i18nc("what was done", "Delete"));
 }
 
-void VelView::delInternal()
+void VelView::delInternal(const QString &step)
 {
     const VelEntry *entry = getSelectedEntry();
     const VelEntry *original = entry ? document()->getOriginalEntry(entry) : nullptr;
     if (!original)
         return;
-    document()->deleteEntry(original, false);
+    {
+        const VelStepScope scope(document(), step);
+        document()->deleteEntry(original, false);
+    }
     clearSelectedEntry(false);
     document()->slotUpdateAllViews(nullptr);
 }
@@ -157,7 +161,11 @@ void VelView::paste()
         return;
     if (hasSelection())
         VelPaste::moveTo(*decoded, getSelectionStart());
-    const VelEntry *entry = VelPaste::addPasted(*document(), std::move(decoded));
+    const VelEntry *entry = nullptr;
+    {
+        const VelStepScope scope(document(), i18nc("what was done", "Paste"));
+        entry = VelPaste::addPasted(*document(), std::move(decoded));
+    }
     if (entry->globalid != 0)
         announce(entry->localid); // taken back what others think is gone
     document()->setModified(true);
@@ -321,7 +329,11 @@ void VelView::addNewEntry(const QString &title, const VelDateTime &start, const 
     entry->access = VelEntry::Public;
     entry->display = VelEntry::Busy;
     entry->setTitle(title);
-    const VelEntry *added = document()->addEntry(std::move(entry));
+    const VelEntry *added = nullptr;
+    {
+        const VelStepScope scope(document(), i18nc("what was done", "New Event"));
+        added = document()->addEntry(std::move(entry));
+    }
     setSelectedEntry(added, false);
     document()->slotUpdateAllViews(nullptr);
 }

@@ -122,7 +122,7 @@ private:
 
     [[nodiscard]] static Selection selectionOf(const VelEntry *entry);
     [[nodiscard]] bool mayRemoveSelected(const QString &question, const QString &yes) const;
-    void delInternal();
+    void delInternal(const QString &step);
     void addNewEntry(const QString &title, const VelDateTime &start, const VelDateTime &end);
 
     Selection m_selected;

@@ -3,7 +3,6 @@
 
 #include "app/velmainwindow.h"
 #include "app/velaboutdata.h"
-#include "app/velfilechooser.h"
 #include "app/velprintdialogs.h"
 #include "app/velprintpreview.h"
 #include "app/velrecovery.h"
@@ -12,20 +11,14 @@
 #include "dialogs/velpreferences.h"
 #include "formats/velvcalendar.h"
 #include "hub/velprintout.h"
-#include "support/fakealerts.h"
-#include "support/fakemessages.h"
+#include "session.h"
 #include "support/testcalendar.h"
 #include "views/veldayview.h"
-#include "views/vellistview.h"
 #include "views/vellistviewwidget.h"
-#include "views/velmainview.h"
 #include "widgets/wtable.h"
 
 #include <KColorButton>
-#include <KConfigGroup>
-#include <KSharedConfig>
 
-#include <QAction>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QGuiApplication>
@@ -34,7 +27,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
-#include <QPointer>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QStatusBar>
@@ -51,38 +43,6 @@ using Answer = VelMessages::Answer;
 
 namespace
 {
-QDate testDay()
-{
-    return {2026, 11, 16};
-}
-
-/** Names the files that the test wants chosen. */
-class FakeFiles : public VelFileChooser
-{
-public:
-    QUrl getOpenUrl(const QString &, const QString &) override { return choice; }
-    QUrl getSaveUrl(const QString &, const QString &, QString *) override { return choice; }
-    QUrl choice;
-};
-
-/** Keeps what would be mailed. */
-class FakeMailer : public VelMailer
-{
-public:
-    void compose(const VelInvitation &invitation) override { sent.push_back(invitation); }
-    std::vector<VelInvitation> sent;
-};
-
-/** The window with its session functions open to the test. */
-class Window : public VelMainWindow
-{
-public:
-    using VelMainWindow::queryClose;
-    using VelMainWindow::readProperties;
-    using VelMainWindow::saveProperties;
-    using VelMainWindow::VelMainWindow;
-};
-
 /** Pages with a word on each. */
 class Pages : public VelPrintout
 {
@@ -117,72 +77,6 @@ private:
     rlimit m_before{};
 };
 
-/** A window and the world around it. */
-class Session
-{
-public:
-    Session()
-    {
-        auto ownMessages = std::make_unique<FakeMessages>();
-        auto ownFiles = std::make_unique<FakeFiles>();
-        auto ownMailer = std::make_unique<FakeMailer>();
-        auto ownAlerts = std::make_unique<FakeAlerts>();
-        messages = ownMessages.get();
-        files = ownFiles.get();
-        mailer = ownMailer.get();
-        alerts = ownAlerts.get();
-        VelSurroundings world;
-        world.messages = std::move(ownMessages);
-        world.files = std::move(ownFiles);
-        world.mailer = std::move(ownMailer);
-        world.alerts = std::move(ownAlerts);
-        world.now = [] { return at(testDay(), 10); };
-        world.print = [this](VelPrintout &printout) {
-            printed.append(printout.title());
-            if (whilePrinting)
-                whilePrinting();
-        };
-        world.chooseArchive = [this](const VelArchiveChoice &usual) -> std::optional<VelArchiveChoice> {
-            if (files->choice.isEmpty())
-                return std::nullopt;
-            return VelArchiveChoice{usual.date, files->choice};
-        };
-        world.edit = [this](VelEntryDialog &dialog) {
-            if (edit)
-                edit(dialog);
-        };
-        window = new Window(std::move(world));
-        window->show();
-    }
-    /** One that shows the list, of which most of these tests use the rows. */
-    static Session withList()
-    {
-        KSharedConfig::openConfig()->group(QStringLiteral("General Options")).writeEntry("MainViewType", 2);
-        return Session();
-    }
-    ~Session() { delete window; }
-    Q_DISABLE_COPY_MOVE(Session)
-
-    void trigger(const char *action) { window->getAction(QLatin1String(action))->trigger(); }
-    [[nodiscard]] bool isEnabled(const char *action) const
-    {
-        return window->getAction(QLatin1String(action))->isEnabled();
-    }
-    [[nodiscard]] VelListView *list() const { return window->mainView()->listView(); }
-    [[nodiscard]] VelListView *tasks() const { return window->mainView()->smallList(); }
-    [[nodiscard]] VelDoc &doc() const { return *window->document(); }
-    void open(const QString &path) { window->openDocumentFile(QUrl::fromLocalFile(path)); }
-    void choose(const QString &path) { files->choice = QUrl::fromLocalFile(path); }
-
-    FakeMessages *messages;
-    FakeFiles *files;
-    FakeMailer *mailer;
-    FakeAlerts *alerts;
-    QStringList printed;
-    std::function<void()> whilePrinting;
-    std::function<void(VelEntryDialog &)> edit; // what the user does in the editor
-    QPointer<Window> window;
-};
 } // namespace
 
 class VelMainWindowTest : public QObject
@@ -205,6 +99,7 @@ private Q_SLOTS:
     void readOnlyCalendarShouldDisableChanges();
     void editActionsShouldFollowTheSelection();
     void purgeShouldRemoveCompletedTasks();
+    void undoShouldTakeBackOneCommandAtATime();
     void archiveShouldSaveBothFilesAndTellHowMany();
     void declinedInvitationShouldLeaveTheViews();
     void autoSaveShouldNotAskTwiceAboutAForeignChange();
@@ -523,6 +418,46 @@ void VelMainWindowTest::purgeShouldRemoveCompletedTasks()
     session.trigger("purge_todo");
     QCOMPARE(session.tasks()->table()->rowCount(), 1);
     QCOMPARE(session.tasks()->getEntry(0)->getTitle(), QStringLiteral("open"));
+}
+
+void VelMainWindowTest::undoShouldTakeBackOneCommandAtATime()
+{
+    Session session = Session::withList();
+    session.open(copyOfExample(QStringLiteral("undo.xml")));
+    const QString path = m_folder.filePath(QStringLiteral("state.xml"));
+    const auto state = [&session, &path] {
+        return session.doc().writeCopy(path) ? fileBytes(path) : QByteArray();
+    };
+    QVERIFY(!session.isEnabled("edit_undo"));
+    QList<QByteArray> states{state()};
+    session.edit = [](VelEntryDialog &dialog) {
+        dialog.findChild<QLineEdit *>()->setText(QStringLiteral("Edited"));
+        dialog.slotOk();
+    };
+    for (const char *command : {"edit_entry", "edit_copy", "edit_paste", "edit_cut", "edit_paste",
+                                "edit_delete", "purge_todo", "new_entry", "file_import"}) {
+        session.list()->table()->selectRow(0);
+        session.choose(QStringLiteral(EXAMPLE_CALENDAR));
+        session.trigger(command);
+        const QByteArray now = state();
+        if (now != states.last())
+            states.append(now);
+        else
+            QCOMPARE(command, "edit_copy");
+    }
+    QCOMPARE(session.window->getAction(QStringLiteral("edit_undo"))->text(), QStringLiteral("&Undo: Import"));
+    for (int i = int(states.size()) - 2; i >= 0; --i) {
+        session.trigger("edit_undo");
+        QCOMPARE(state(), states.at(i));
+    }
+    QVERIFY(!session.isEnabled("edit_undo"));
+    session.trigger("edit_redo");
+    QCOMPARE(state(), states.at(1));
+    session.window->setEditLock(true);
+    QVERIFY(!session.isEnabled("edit_undo") && !session.isEnabled("edit_redo"));
+    session.window->setEditLock(false);
+    session.trigger("file_new");
+    QVERIFY(!session.isEnabled("edit_undo") && !session.isEnabled("edit_redo"));
 }
 
 void VelMainWindowTest::archiveShouldSaveBothFilesAndTellHowMany()

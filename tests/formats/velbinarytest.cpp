@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "formats/velbinary.h"
-#include "ical/velrandomentry.h"
+#include "support/velrandomentry.h"
 
 #include <QFile>
 #include <QTest>

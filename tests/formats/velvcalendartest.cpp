@@ -3,7 +3,7 @@
 
 #include "formats/velvcalendar.h"
 #include "formats/velvcalendarrule.h"
-#include "ical/velrandomentry.h"
+#include "support/velrandomentry.h"
 
 #include <QFile>
 #include <QTest>

@@ -4,7 +4,7 @@
 #include "formats/vellatin.h"
 #include "formats/velxmlvalues.h"
 #include "formats/xmltesting.h"
-#include "ical/velrandomentry.h"
+#include "support/velrandomentry.h"
 
 #include <QBuffer>
 #include <QTest>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "ical/velicalendar.h"
-#include "ical/velrandomentry.h"
+#include "support/velrandomentry.h"
 
 #include <KCalendarCore/ICalFormat>
 #include <KCalendarCore/MemoryCalendar>

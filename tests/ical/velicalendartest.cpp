@@ -4,7 +4,7 @@
 #include "ical/velicalendar.h"
 #include "formats/velvcalendar.h"
 #include "formats/velvcalendarrule.h"
-#include "ical/velrandomentry.h"
+#include "support/velrandomentry.h"
 
 #include <QTest>
 

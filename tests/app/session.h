@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "app/velfilechooser.h"
+#include "app/velmainwindow.h"
+#include "support/fakealerts.h"
+#include "support/fakemessages.h"
+#include "support/testcalendar.h"
+#include "views/vellistview.h"
+#include "views/velmainview.h"
+
+#include <KConfigGroup>
+#include <KSharedConfig>
+
+#include <QAction>
+#include <QPointer>
+
+/** The day on which these tests take place. */
+inline QDate testDay()
+{
+    return {2026, 11, 16};
+}
+
+/** Names the files that the test wants chosen. */
+class FakeFiles : public VelFileChooser
+{
+public:
+    QUrl getOpenUrl(const QString &, const QString &) override { return choice; }
+    QUrl getSaveUrl(const QString &, const QString &, QString *) override { return choice; }
+    QUrl choice;
+};
+
+/** Keeps what would be mailed. */
+class FakeMailer : public VelMailer
+{
+public:
+    void compose(const VelInvitation &invitation) override { sent.push_back(invitation); }
+    std::vector<VelInvitation> sent;
+};
+
+/** The window with its session functions open to the test. */
+class Window : public VelMainWindow
+{
+public:
+    using VelMainWindow::queryClose;
+    using VelMainWindow::readProperties;
+    using VelMainWindow::saveProperties;
+    using VelMainWindow::VelMainWindow;
+};
+
+/** A window and the world around it. */
+class Session
+{
+public:
+    Session()
+    {
+        auto ownMessages = std::make_unique<FakeMessages>();
+        auto ownFiles = std::make_unique<FakeFiles>();
+        auto ownMailer = std::make_unique<FakeMailer>();
+        auto ownAlerts = std::make_unique<FakeAlerts>();
+        messages = ownMessages.get();
+        files = ownFiles.get();
+        mailer = ownMailer.get();
+        alerts = ownAlerts.get();
+        VelSurroundings world;
+        world.messages = std::move(ownMessages);
+        world.files = std::move(ownFiles);
+        world.mailer = std::move(ownMailer);
+        world.alerts = std::move(ownAlerts);
+        world.now = [] { return TestCalendar::at(testDay(), 10); };
+        world.print = [this](VelPrintout &printout) {
+            printed.append(printout.title());
+            if (whilePrinting)
+                whilePrinting();
+        };
+        world.chooseArchive = [this](const VelArchiveChoice &usual) -> std::optional<VelArchiveChoice> {
+            if (files->choice.isEmpty())
+                return std::nullopt;
+            return VelArchiveChoice{usual.date, files->choice};
+        };
+        world.edit = [this](VelEntryDialog &dialog) {
+            if (edit)
+                edit(dialog);
+        };
+        window = new Window(std::move(world));
+        window->show();
+    }
+    /** One that shows the list, of which most of these tests use the rows. */
+    static Session withList()
+    {
+        KSharedConfig::openConfig()->group(QStringLiteral("General Options")).writeEntry("MainViewType", 2);
+        return Session();
+    }
+    ~Session() { delete window; }
+    Q_DISABLE_COPY_MOVE(Session)
+
+    void trigger(const char *action) { window->getAction(QLatin1String(action))->trigger(); }
+    [[nodiscard]] bool isEnabled(const char *action) const
+    {
+        return window->getAction(QLatin1String(action))->isEnabled();
+    }
+    [[nodiscard]] VelListView *list() const { return window->mainView()->listView(); }
+    [[nodiscard]] VelListView *tasks() const { return window->mainView()->smallList(); }
+    [[nodiscard]] VelDoc &doc() const { return *window->document(); }
+    void open(const QString &path) { window->openDocumentFile(QUrl::fromLocalFile(path)); }
+    void choose(const QString &path) { files->choice = QUrl::fromLocalFile(path); }
+
+    FakeMessages *messages;
+    FakeFiles *files;
+    FakeMailer *mailer;
+    FakeAlerts *alerts;
+    QStringList printed;
+    std::function<void()> whilePrinting;
+    std::function<void(VelEntryDialog &)> edit; // what the user does in the editor
+    QPointer<Window> window;
+};
