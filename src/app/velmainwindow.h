@@ -63,6 +63,8 @@ public:
     void showEntryDialog(const VelEntry &entry, bool isNew) override;
     int showEntryInfo(const VelEntry &entry, VelAnswer::Mode mode, const QString &text = {}) override;
     void printOut(VelPrintout &printout) override;
+    void netTask(int type, const QString &argument, bool quiet) override;
+    [[nodiscard]] const VelEntry *getReceivedEntry(quint32 globalid) const override;
     void setCutCopy(const VelEntry *selected, bool isSelected) override;
     void setEditLock(bool locked) override;
     [[nodiscard]] bool isEditLocked() const { return m_editLock; }

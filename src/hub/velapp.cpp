@@ -5,6 +5,7 @@
 
 #include "document/veldoc.h"
 #include "hub/vellook.h"
+#include "model/velnettask.h"
 
 #include <KActionCollection>
 
@@ -53,6 +54,12 @@ QString VelApp::getAccountName(quint32 id) const
 {
     const VelAccount *account = getAccounts().get(id);
     return account ? account->name : QString();
+}
+
+void VelApp::requestAccounts()
+{
+    if (getAccounts().isEmpty())
+        netTask(VelNetTask::UserList, {}, false);
 }
 
 QAction *VelApp::getAction(const QString &name) const

@@ -11,6 +11,9 @@
 
 #include <QIcon>
 
+#include <memory>
+#include <vector>
+
 class VelDoc;
 class VelEntry;
 class VelEntryList;
@@ -18,6 +21,9 @@ class VelMessages;
 class VelPrintout;
 class VelSettings;
 struct VelLook;
+
+/** Entries that came from the server and are not of the calendar. Who looks at them holds them. */
+using VelReceivedEntries = std::shared_ptr<const std::vector<std::unique_ptr<VelEntry>>>;
 
 /**
  * The window as views and dialogs see it: everything that they may ask of it, and nothing else.
@@ -56,6 +62,17 @@ public:
     /** The display name of the account, empty for one that is not known. */
     [[nodiscard]] QString getAccountName(quint32 id) const;
 
+    /**
+     * Queues a request to the server: @p type is one of VelNetTask::Type, @p argument what the request carries in its
+     * body, already in the form of messages. A quiet one fails without a word. Does nothing unless a server and a user
+     * are set.
+     */
+    virtual void netTask(int type, const QString &argument, bool quiet) = 0;
+    /** Asks the server for its users and resources if none are known: see accountsReady(). */
+    void requestAccounts();
+    /** The entry that the server was last asked for by that id and sent, or null. Valid until the next is asked for. */
+    [[nodiscard]] virtual const VelEntry *getReceivedEntry(quint32 globalid) const = 0;
+
     /** An action of the window by name, or null. */
     [[nodiscard]] QAction *getAction(const QString &name) const;
 
@@ -88,6 +105,18 @@ public:
 
     /** Shows @p text in the first field of the status bar. */
     virtual void slotStatusMsg(const QString &text) = 0;
+
+Q_SIGNALS:
+    /** The list of users and resources has been replaced. */
+    void accountsReady();
+    /** Busy times that were asked for have come: entries whose `user` tells whose time they take. */
+    void taskUserBusyReady(const VelReceivedEntries &entries);
+    /** The rights to the user's own calendar have come: see VelDoc::getRights(). */
+    void rightsReady();
+    /** An entry that was asked for has come: see getReceivedEntry(). */
+    void entriesReceived();
+    /** A request of that type got no answer, or an error for one. */
+    void netTaskFailed(int type);
 
 private:
     quint32 m_draggedEntry = 0;

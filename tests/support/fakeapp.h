@@ -7,6 +7,7 @@
 #include "hub/velapp.h"
 #include "hub/vellook.h"
 #include "hub/velprintout.h"
+#include "model/velnettask.h"
 #include "model/velsettings.h"
 #include "support/fakemessages.h"
 
@@ -53,6 +54,11 @@ public:
         printedTitle = printout.title();
         ++printCount;
     }
+    void netTask(int type, const QString &argument, bool quiet) override
+    {
+        netTasks.push_back({type, argument, quiet});
+    }
+    [[nodiscard]] const VelEntry *getReceivedEntry(quint32) const override { return receivedEntry; }
     void slotClipboardChanged() override { ++clipboardCount; }
     void slotStatusMsg(const QString &) override { }
 
@@ -62,6 +68,8 @@ public:
     VelDoc doc;
     const VelEntry *cutCopyEntry = nullptr;
     VelDateTime fakeNow;
+    std::vector<VelNetTask> netTasks; // as they were queued
+    const VelEntry *receivedEntry = nullptr;
     int printCount = 0;
     QString printedTitle;
     QString shownTitle;
