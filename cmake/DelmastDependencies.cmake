@@ -5,9 +5,9 @@
 # so that no other build file knows which of the two it is.
 
 set(QT_MIN_VERSION 5.15.2)
-find_package(Qt${QT_MAJOR_VERSION} ${QT_MIN_VERSION} REQUIRED COMPONENTS Core Gui Widgets DBus Svg PrintSupport Test)
+find_package(Qt${QT_MAJOR_VERSION} ${QT_MIN_VERSION} REQUIRED COMPONENTS Core Gui Widgets DBus Network Svg PrintSupport Test)
 if(QT_MAJOR_VERSION EQUAL 5)
-  foreach(component Core Gui Widgets DBus Svg PrintSupport Test)
+  foreach(component Core Gui Widgets DBus Network Svg PrintSupport Test)
     if(NOT TARGET Qt::${component})
       add_library(Qt::${component} ALIAS Qt5::${component})
     endif()

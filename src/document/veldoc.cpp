@@ -39,6 +39,7 @@ void VelDoc::deleteContents()
     m_reminders.clear();
     m_entries.clear();
     m_stepBefore.clear();
+    endExchange();
     ++m_todoRevision;
     m_modified = false;
     m_modsSynced = true;
@@ -228,10 +229,38 @@ void VelDoc::beginStep(const QString &text)
 
 void VelDoc::record(quint32 localid)
 {
+    recordForExchange(localid);
     if (m_stepDepth == 0 || m_stepBefore.count(localid) != 0)
         return;
     const VelEntry *entry = getEntry(localid);
     m_stepBefore.emplace(localid, entry ? std::make_unique<VelEntry>(*entry) : nullptr);
+}
+
+void VelDoc::recordForExchange(quint32 localid)
+{
+    if (!m_isExchanging || m_exchangeBefore.count(localid) != 0)
+        return;
+    const VelEntry *entry = getEntry(localid);
+    m_exchangeBefore.emplace(localid, entry ? std::make_unique<VelEntry>(*entry) : nullptr);
+}
+
+void VelDoc::beginExchange()
+{
+    endExchange();
+    m_isExchanging = true;
+    ++m_exchangeCount;
+}
+
+VelDoc::Journal VelDoc::endExchange()
+{
+    m_isExchanging = false;
+    return std::exchange(m_exchangeBefore, {});
+}
+
+const VelEntry *VelDoc::getBefore(quint32 localid) const
+{
+    const auto found = m_exchangeBefore.find(localid);
+    return found == m_exchangeBefore.end() ? nullptr : found->second.get();
 }
 
 void VelDoc::endStep()
@@ -239,9 +268,7 @@ void VelDoc::endStep()
     if (--m_stepDepth > 0)
         return;
     std::vector<VelStep::Change> changes;
-    std::map<quint32, std::unique_ptr<VelEntry>> touched;
-    touched.swap(m_stepBefore);
-    for (auto &[localid, before] : touched) {
+    for (Journal touched = std::exchange(m_stepBefore, {}); auto &[localid, before] : touched) {
         const VelEntry *after = getEntry(localid);
         if (before && after ? *before == *after : !before && !after)
             continue;

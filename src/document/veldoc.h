@@ -37,6 +37,8 @@ class VelDoc : public QObject
 public:
     using Today = std::function<QDate()>;
     using Now = std::function<VelDateTime()>;
+    /** Local ids of entries that were touched, and copies of them as they were before; null for those that were not there. */
+    using Journal = std::map<quint32, std::unique_ptr<VelEntry>>;
 
     /** The right from which on a calendar may be changed is one above this. */
     static constexpr int ReadRight = 2;
@@ -162,10 +164,21 @@ public:
     /** Begins and ends what stepDone() reports as one step; see VelStepScope. */
     void beginStep(const QString &text);
     void endStep();
-    /** Another number whenever the calendar may have been exchanged with the server. */
+    /// @}
+
+    /** @name Exchange with the server */
+    /// @{
+    /** What happens from now on is not in the message that is being written. Ends with another calendar, too. */
+    void beginExchange();
+    /** Returns what was changed since it began, as it was then. */
+    Journal endExchange();
+    [[nodiscard]] bool isExchanging() const { return m_isExchanging; }
+    /** Another number with each exchange: what was changed before may be known to the server. */
     [[nodiscard]] quint64 getExchangeCount() const { return m_exchangeCount; }
-    /** Entries are about to be sent, or have come: what was changed before is no secret of this calendar any more. */
-    void noteExchange() { ++m_exchangeCount; }
+    /** True when the entry was changed, added or removed since the exchange began. */
+    [[nodiscard]] bool isChangedSince(quint32 localid) const { return m_exchangeBefore.count(localid) != 0; }
+    /** Such an entry as it was when the exchange began, or null when there was none. */
+    [[nodiscard]] const VelEntry *getBefore(quint32 localid) const;
     /// @}
 
     /** @name Views */
@@ -246,6 +259,7 @@ private:
 
     void deleteContents();
     void record(quint32 localid);
+    void recordForExchange(quint32 localid);
     void insertInIndex(Stored &stored);
     void removeFromIndex(Stored &stored);
     void initAlarm();
@@ -282,9 +296,10 @@ private:
 
     int m_stepDepth = 0;
     QString m_stepText;
-    std::map<quint32, std::unique_ptr<VelEntry>>
-        m_stepBefore; // what the step has touched, as it was; null for none
+    Journal m_stepBefore; // what the step has touched
     quint64 m_exchangeCount = 0;
+    bool m_isExchanging = false;
+    Journal m_exchangeBefore; // the same for the exchange
 
     QTimer m_alarmTimer{this};
     quint32 m_alarmEntry = 0; // whose alert is being given

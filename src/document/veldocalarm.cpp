@@ -110,6 +110,7 @@ bool VelDoc::markFired(quint32 localid)
     const auto found = m_entries.find(localid);
     if (found == m_entries.end() || found->second.entry->isDeleted())
         return false;
+    recordForExchange(localid);
     VelEntry &entry = *found->second.entry;
     m_reminders.remove(entry);
     entry.reminderfired = true;

@@ -4,47 +4,13 @@
 #include "document/velstep.h"
 
 #include "document/veldoc.h"
+#include "document/velreplay.h"
 
 namespace
 {
 bool isAlive(const VelEntry *entry)
 {
     return entry && !entry->isDeleted();
-}
-
-/** Where the step made @p from into @p to, the same happens to @p current. */
-template <typename T>
-void follow(T &current, const T &from, const T &to)
-{
-    if (!(from == to))
-        current = to;
-}
-
-/** Everything of @p current, and in it the difference between @p from and @p to. The ids stay. */
-std::unique_ptr<VelEntry> replayed(const VelEntry &current, const VelEntry &from, const VelEntry &to)
-{
-    auto result = std::make_unique<VelEntry>(current);
-    QString title = current.getTitle();
-    QString description = current.getDescription();
-    VelDateTime start = current.getStart();
-    VelDateTime end = current.getEnd();
-    follow(title, from.getTitle(), to.getTitle());
-    follow(description, from.getDescription(), to.getDescription());
-    follow(start, from.getStart(), to.getStart());
-    follow(end, from.getEnd(), to.getEnd());
-    result->setStored(title, description, start, end);
-    follow(result->user, from.user, to.user);
-    follow(result->type, from.type, to.type);
-    follow(result->access, from.access, to.access);
-    follow(result->display, from.display, to.display);
-    follow(result->priority, from.priority, to.priority);
-    follow(result->reminder, from.reminder, to.reminder);
-    follow(result->notime, from.notime, to.notime);
-    follow(result->complete, from.complete, to.complete);
-    follow(result->reminderfired, from.reminderfired, to.reminderfired);
-    follow(result->accounts, from.accounts, to.accounts);
-    follow(result->rule, from.rule, to.rule);
-    return result;
 }
 
 /** Puts entries of one document from one state of a step to its other. */
@@ -97,7 +63,7 @@ private:
         const bool isUntouched = m_isExact && *current == *from;
         if (to.isDeleted() && !isUntouched)
             return remove(to, current);
-        std::unique_ptr<VelEntry> result = replayed(*current, *from, to);
+        std::unique_ptr<VelEntry> result = VelReplay::replayed(*current, *from, to);
         result->dirty = isUntouched ? to.dirty : 1;
         m_doc.addEntry(std::move(result));
         return true;
