@@ -4,6 +4,7 @@
 #include "dialogs/velentrydialog.h"
 
 #include "dialogs/velentryrecurdialog.h"
+#include "dialogs/velfindtimedialog.h"
 #include "dialogs/velpeoplepage.h"
 #include "dialogs/velreminderwidget.h"
 #include "document/veldoc.h"
@@ -189,6 +190,29 @@ void VelEntryDialog::slotRecurDialog()
     m_recurDialog->setRule(m_recurDialog->getRule(), m_start->getDate());
     m_recurDialog->exec();
     showRecurrence();
+}
+
+/** The planner plans what the controls say, which need not be written yet. */
+void VelEntryDialog::slotFindDialog()
+{
+    if (!isEvent())
+        return;
+    VelEntry planned = m_entry;
+    planned.setStart(VelDateTime::fromQDateTime(m_start->getDateTime()));
+    planned.setEnd(VelDateTime::fromQDateTime(m_end->getDateTime()));
+    if (!m_findDialog) {
+        const KConfigGroup options = KSharedConfig::openConfig()->group(QStringLiteral("General Options"));
+        m_findDialog = new VelFindTimeDialog(planned, options, this);
+        connect(m_findDialog, &VelFindTimeDialog::timeChosen, this, &VelEntryDialog::setDateTime);
+    }
+    m_findDialog->setEntry(planned);
+    m_findDialog->setAccounts(m_people->getAccounts());
+    runFindDialog(*m_findDialog);
+}
+
+void VelEntryDialog::runFindDialog(VelFindTimeDialog &dialog)
+{
+    dialog.exec();
 }
 
 /** The sentence of the rule stands on the button's tool tip and beside it. */

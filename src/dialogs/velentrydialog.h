@@ -23,6 +23,7 @@ class VelAddressBook;
 class VelApp;
 class VelDoc;
 class VelEntryRecurDialog;
+class VelFindTimeDialog;
 class VelPeoplePage;
 class VelReminderWidget;
 class WDateTimeWidget;
@@ -60,8 +61,12 @@ public Q_SLOTS:
     void slotOk();
     void slotApply();
     void slotCancel();
+    /** Lets the user plan the meeting: the planner is made when first asked for and kept. */
+    void slotFindDialog();
 
 protected:
+    /** Returns when the user has closed the planner. */
+    virtual void runFindDialog(VelFindTimeDialog &dialog);
     void reject() override { slotCancel(); }
 
 private:
@@ -102,6 +107,7 @@ private:
     QComboBox *m_display = nullptr;
     VelEntryRecurDialog *m_recurDialog = nullptr;
     VelPeoplePage *m_people = nullptr;
+    VelFindTimeDialog *m_findDialog = nullptr;
     // Of to-dos only:
     QCheckBox *m_complete = nullptr;
     QSpinBox *m_priority = nullptr;

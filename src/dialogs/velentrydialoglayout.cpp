@@ -58,6 +58,7 @@ void VelEntryDialog::makeLayout()
         pages->addTab(general, i18n("&General"));
         m_people = new VelPeoplePage(m_book, pages);
         pages->addTab(m_people, i18n("Atten&dees"));
+        connect(m_people, &VelPeoplePage::plannerWanted, this, &VelEntryDialog::slotFindDialog);
         layout->addWidget(pages);
     } else {
         layout->addWidget(general);

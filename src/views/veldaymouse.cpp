@@ -7,6 +7,7 @@
 #include "hub/velapp.h"
 #include "model/compat.h"
 #include "model/veltext.h"
+#include "views/velcommonentry.h"
 #include "views/velday.h"
 #include "views/veldayview.h"
 #include "views/veldrop.h"
@@ -41,6 +42,8 @@ void VelDay::mousePressEvent(QMouseEvent *event)
     const int index = entryAt(event->pos());
     if (index >= 0 && m_mode == Calendar)
         pressEntry(index, event);
+    else if (index >= 0 && event->button() == Qt::RightButton)
+        m_view->commonEntry().popup(*entry(index).entry().getOriginal(), mapToGlobal(event->pos()));
     else
         pressEmpty(event);
 }
@@ -254,9 +257,14 @@ void VelDay::abandonDrag()
 
 void VelDay::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    if (event->button() != Qt::LeftButton || m_mode != Calendar)
+    if (event->button() != Qt::LeftButton)
         return;
     const int index = entryAt(event->pos());
+    if (m_mode == Planner) {
+        if (index >= 0)
+            m_view->commonEntry().view(*entry(index).entry().getOriginal());
+        return;
+    }
     if (index >= 0) {
         abandonDrag();
         m_view->setSelectedEntry(entry(index).entry().getEntry(), true);

@@ -85,6 +85,10 @@ void VelDay::paintLines(QPainter &painter, const QRect &exposed) const
         painter.setPen(dashed);
         painter.drawLine(0, top + pixels / 2, width() - 1, top + pixels / 2);
     }
+    for (int column = 1; column < m_source.getVisibleCount(); ++column) {
+        const QRect line(column * (width() / m_source.getVisibleCount()) - 1, 0, 1, height());
+        painter.fillRect(QStyle::visualRect(layoutDirection(), rect(), line), look.halfHour());
+    }
     painter.fillRect(0, 0, 1, height(), look.grid());
     painter.fillRect(width() - 1, 0, 1, height(), look.grid());
     painter.fillRect(0, VelDayLayout::HoursPerDay * pixels - 1, width(), 1, look.grid());

@@ -47,4 +47,6 @@ public:
     [[nodiscard]] virtual int getVisibleCount() const { return 0; }
     /** The column of that account, or -1. */
     [[nodiscard]] virtual int getColumn(quint32) const { return -1; }
+    /** The name of the person whose column it is. */
+    [[nodiscard]] virtual QString getColumnName(int) const { return {}; }
 };

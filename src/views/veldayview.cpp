@@ -7,9 +7,11 @@
 #include "hub/velapp.h"
 #include "hub/vellook.h"
 #include "model/velsettings.h"
+#include "views/velcommonentry.h"
 #include "views/veldayband.h"
 #include "views/veldayheader.h"
 #include "views/veldayhours.h"
+#include "views/veldaynames.h"
 
 #include <KLocalizedString>
 
@@ -81,6 +83,10 @@ void VelDayView::buildHeaders()
         band->setParent(m_headerRow);
         band->hide();
     }
+    if (m_dayMode != VelDay::Planner)
+        return;
+    for (VelDayNames *&names : m_names)
+        names = new VelDayNames(m_source, m_headerRow);
 }
 
 void VelDayView::buildColumns()
@@ -198,8 +204,10 @@ void VelDayView::updateAllEntries(const VelEntry *entry)
 /** The bands share the entries of the columns below them. */
 void VelDayView::updateBands()
 {
-    if (m_dayMode != VelDay::Calendar)
+    if (m_dayMode != VelDay::Calendar) {
+        updateNames();
         return;
+    }
     // A sixth of the height at most: the hours are what the view is for.
     const int lines = qBound(2, height() / (6 * m_bands.front()->lineHeight()), MaximumBandLines);
     for (int i = 0; i < m_numDays; ++i) {
@@ -207,6 +215,23 @@ void VelDayView::updateBands()
         m_bands[static_cast<std::size_t>(i)]->updateData(day->date(), day->list(), lines);
     }
     placeHeaders();
+}
+
+void VelDayView::updateNames()
+{
+    for (int i = 0; i < MaximumDays; ++i) {
+        VelDayNames *names = m_names[static_cast<std::size_t>(i)];
+        names->setVisible(i < m_numDays);
+        names->updateData(m_days[static_cast<std::size_t>(i)]->date());
+    }
+    placeHeaders();
+}
+
+VelCommonEntry &VelDayView::commonEntry()
+{
+    if (!m_commonEntry)
+        m_commonEntry = new VelCommonEntry(this);
+    return *m_commonEntry;
 }
 
 VelDay *VelDayView::dayOf(QDate date) const
@@ -310,16 +335,26 @@ int VelDayView::getLastColumnSize() const
     return qMax(0, m_nextButton->sizeHint().width() - bar);
 }
 
+/** Pixels below the headings that the bands take, or the names of persons. */
+int VelDayView::stripHeight() const
+{
+    int lines = 0;
+    int names = 0;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(m_numDays); ++i) {
+        lines = qMax(lines, m_bands[i]->lineCount());
+        if (m_names[i])
+            names = qMax(names, m_names[i]->heightFor(m_days[i]->width()));
+    }
+    return lines == 0 ? names : lines * m_bands.front()->lineHeight() + 1;
+}
+
 /** Each heading over its column, with the band below it; the last heading makes room for the button. */
 void VelDayView::placeHeaders()
 {
     int height = 0;
-    int lines = 0;
-    for (int i = 0; i < m_numDays; ++i) {
+    for (int i = 0; i < m_numDays; ++i)
         height = qMax(height, m_headers[static_cast<std::size_t>(i)]->sizeHint().height());
-        lines = qMax(lines, m_bands[static_cast<std::size_t>(i)]->lineCount());
-    }
-    const int bandHeight = lines == 0 ? 0 : lines * m_bands.front()->lineHeight() + 1;
+    const int bandHeight = stripHeight();
     m_headerRow->setFixedHeight(height + bandHeight);
     const bool isMirrored = layoutDirection() == Qt::RightToLeft;
     const int taken = getLastColumnSize() + 2;
@@ -328,6 +363,8 @@ void VelDayView::placeHeaders()
         const VelDay *day = m_days[static_cast<std::size_t>(i)];
         QRect rect(day->x() + m_scrollView->viewport()->x(), 0, day->width(), height);
         m_bands[static_cast<std::size_t>(i)]->setGeometry(rect.left(), height, rect.width(), bandHeight);
+        if (VelDayNames *names = m_names[static_cast<std::size_t>(i)])
+            names->setGeometry(rect.left(), height, rect.width(), bandHeight);
         if (i == m_numDays - 1)
             rect.adjust(isMirrored ? taken : 0, 0, isMirrored ? 0 : -taken, 0);
         m_headers[static_cast<std::size_t>(i)]->setGeometry(rect);

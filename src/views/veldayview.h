@@ -12,9 +12,11 @@
 
 class QScrollArea;
 class QToolButton;
+class VelCommonEntry;
 class VelDayBand;
 class VelDayHeader;
 class VelDayHours;
+class VelDayNames;
 
 /** One to seven days side by side on a vertical axis of time. */
 class VelDayView : public VelView
@@ -76,6 +78,8 @@ public:
     }
     /** Gives a stored entry other times, here and in all other views. */
     void changeTimes(const VelEntry &entry, const VelDayDrag::Times &times);
+    /** Where busy times of others are shown: lets the user look at one, or opens its menu. */
+    VelCommonEntry &commonEntry();
     void announceChange(quint32 localid) { announce(localid); }
     /** Offers to enter a new event into the selected range of time, or where work begins when there is none. */
     void offerNew();
@@ -112,6 +116,8 @@ private:
     [[nodiscard]] int columnHeight() const;
     void scrollToWork();
     void updateBands();
+    void updateNames();
+    [[nodiscard]] int stripHeight() const;
     void releaseDay(std::size_t index);
     bool selectIfShown(quint32 localid);
     void selectShown(VelDayArea *area, int index);
@@ -127,6 +133,8 @@ private:
     bool walkEntries(int step, bool mayLeave);
     void walkToDay(int step);
     void escape();
+    bool handlePlannerKey(QKeyEvent *event);
+    void popupCommonEntry();
     bool handleArrow(int key, Qt::KeyboardModifiers modifiers);
 
     VelDay::Mode m_dayMode;
@@ -134,6 +142,8 @@ private:
     std::array<VelDay *, MaximumDays> m_days{};
     std::array<VelDayHeader *, MaximumDays> m_headers{};
     std::array<VelDayBand *, MaximumDays> m_bands{};
+    std::array<VelDayNames *, MaximumDays> m_names{}; // only where persons have columns
+    VelCommonEntry *m_commonEntry = nullptr; // made when first asked for
     QToolButton *m_prevButton = nullptr;
     QToolButton *m_nextButton = nullptr;
     QWidget *m_headerRow = nullptr;

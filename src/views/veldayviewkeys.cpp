@@ -4,6 +4,7 @@
 #include "document/veldoc.h"
 #include "hub/velapp.h"
 #include "model/velsettings.h"
+#include "views/velcommonentry.h"
 #include "views/veldayband.h"
 #include "views/veldayview.h"
 #include "views/veldrop.h"
@@ -34,8 +35,21 @@ bool VelDayView::event(QEvent *event)
     return VelView::event(event);
 }
 
+/** Nothing can be entered where others' busy times are shown, and Escape belongs to the dialog. */
+bool VelDayView::handlePlannerKey(QKeyEvent *event)
+{
+    if (m_dayMode != VelDay::Planner)
+        return false;
+    const int key = event->key();
+    if (key == Qt::Key_Escape)
+        event->ignore();
+    return key == Qt::Key_Escape || key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 void VelDayView::keyPressEvent(QKeyEvent *event)
 {
+    if (handlePlannerKey(event))
+        return;
     switch (event->key()) {
     case Qt::Key_PageUp:
         Q_EMIT prevWanted();
@@ -260,11 +274,30 @@ bool VelDayView::focusNextPrevChild(bool next)
         || VelView::focusNextPrevChild(next);
 }
 
+/** The menu of the first busy time that shares time with what is selected. */
+void VelDayView::popupCommonEntry()
+{
+    const VelDay *day = dayOf(getSelectionStart().date());
+    if (!day)
+        return;
+    for (const VelDayEntry &item : day->entries()) {
+        const VelEntry &entry = *item.entry().getOriginal();
+        if (VelEntry::overlap(getSelectionStart(), getSelectionEnd(), entry.getStart(), entry.getEnd())) {
+            commonEntry().popup(entry, day->mapToGlobal(item.rect().center()));
+            return;
+        }
+    }
+}
+
 void VelDayView::contextMenuEvent(QContextMenuEvent *event)
 {
     // The mouse has been answered when it was pressed.
     if (event->reason() != QContextMenuEvent::Keyboard)
         return;
+    if (m_dayMode == VelDay::Planner) {
+        popupCommonEntry();
+        return;
+    }
     if (hasSelectedEntry()) {
         for (const Place &place : places()) {
             if (isSelectedEntry(place.entry())) {
