@@ -34,10 +34,11 @@ struct FlagKey {
     bool VelSettings::*flag;
 };
 
-constexpr std::array<FlagKey, 7> FlagKeys{{{"AutoSave", &VelSettings::autoSave},
+constexpr std::array<FlagKey, 8> FlagKeys{{{"AutoSave", &VelSettings::autoSave},
                                            {"AutoSaveSync", &VelSettings::autoSaveSync},
                                            {"AutoSync", &VelSettings::autoSync},
                                            {"Dock", &VelSettings::dock},
+                                           {"Encrypt", &VelSettings::encrypt},
                                            {"DoReminderDialog", &VelSettings::doReminderDialog},
                                            {"DoReminderSound", &VelSettings::doReminderSound},
                                            {"DoReminderExec", &VelSettings::doReminderExec}}};

@@ -5,6 +5,7 @@
 
 #include "dialogs/velcolorpage.h"
 #include "dialogs/velreminderpage.h"
+#include "dialogs/velrightspage.h"
 #include "dialogs/velsavepage.h"
 #include "dialogs/velserverpage.h"
 #include "dialogs/velworkpage.h"
@@ -37,8 +38,9 @@ VelPreferences::VelPreferences(QWidget *parent, const KConfigGroup &options)
     addPage(new VelColorPage(this));
     addPage(new VelSavePage(this));
     addPage(new VelServerPage(this));
+    addPage(new VelRightsPage(this));
     addPage(new VelReminderPage(this));
-    connect(m_list, &QListWidget::currentRowChanged, m_stack, &QStackedWidget::setCurrentIndex);
+    connect(m_list, &QListWidget::currentRowChanged, this, &VelPreferences::slotPage);
     m_list->setCurrentRow(0);
     // The width of the longest title, with room for the frame and the spacing.
     m_list->setFixedWidth(m_list->sizeHintForColumn(0) + 2 * (m_list->frameWidth() + m_list->spacing()));
@@ -104,6 +106,13 @@ void VelPreferences::refresh(const VelSettings &settings, const VelLook &look)
     updateButtons();
 }
 
+void VelPreferences::slotPage(int number)
+{
+    m_stack->setCurrentIndex(number);
+    m_buttons->button(QDialogButtonBox::RestoreDefaults)
+        ->setEnabled(m_pages[static_cast<std::size_t>(number)]->hasDefaults());
+}
+
 void VelPreferences::slotChanged()
 {
     m_isChanged = true;
@@ -139,8 +148,8 @@ void VelPreferences::apply()
 {
     for (const VelPreferencesPage *page : m_pages)
         page->store(m_settings, m_look);
-    refresh(m_settings, m_look);
     Q_EMIT settingsChanged(m_settings, m_look);
+    refresh(m_settings, m_look); // a page may ask the server, which must be the new one by then
 }
 
 void VelPreferences::done(int result)

@@ -42,6 +42,7 @@ private:
     void addPage(VelPreferencesPage *page);
     void buildLayout();
     void restoreSize();
+    void slotPage(int number);
     void slotChanged();
     void slotDefaults();
     void apply();

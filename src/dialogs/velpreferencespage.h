@@ -25,6 +25,8 @@ public:
     virtual void store(VelSettings &settings, VelLook &look) const = 0;
     /** Why the inputs cannot be stored as they are; empty when they can. */
     [[nodiscard]] virtual QString problem() const { return {}; }
+    /** False when there is no way that the inputs were at first. */
+    [[nodiscard]] virtual bool hasDefaults() const { return true; }
 
 Q_SIGNALS:
     /** Some input holds another value, by the user's hand or by a function. */

@@ -65,14 +65,14 @@ VelSavePage::VelSavePage(QWidget *parent)
     layout->setRowStretch(4, 1);
     explain(m_autoSave, i18n("Saves a calendar that has a file by itself when it has been changed"));
     explain(m_autoSaveSync, i18n("Saves the calendar by itself when it has been synchronized"));
-    explain(m_autoSync, i18n("Exchanges changes with the server by itself"));
+    explain(m_autoSync, i18n("Exchanges changes with the server by itself, once a server account is set"));
     explain(m_archiveFile, i18n("Where old entries go when they are archived"));
     watchInputs();
 }
 
 QString VelSavePage::title() const
 {
-    return i18n("Saving");
+    return i18n("Saving and Synchronizing");
 }
 
 QIcon VelSavePage::icon() const

@@ -4,20 +4,27 @@
 #pragma once
 
 #include "dialogs/velpreferencespage.h"
+#include "model/velsettings.h"
 
+class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class QSpinBox;
+struct VelConnectionResult;
 
 /**
- * The account on the server. A password is kept as its digest only, and never shown: what is typed replaces
- * it, an empty input leaves it.
+ * The account on the server, and whether it can be reached. A password is kept as its digest only, and never shown: it
+ * is typed twice in a dialog of its own.
  */
 class VelServerPage : public VelPreferencesPage
 {
     Q_OBJECT
 public:
+    /** Where a server answers that was not told otherwise. */
+    static constexpr int PlainPort = 7070;
+    static constexpr int EncryptedPort = 7071;
+
     explicit VelServerPage(QWidget *parent = nullptr);
 
     [[nodiscard]] QString title() const override;
@@ -26,11 +33,32 @@ public:
     void store(VelSettings &settings, VelLook &look) const override;
 
 private:
+    void makeControls();
+    void explainControls();
+    void slotEncrypt(bool encrypt);
+    void askPassword();
+    void setDigest(const QString &digest);
+    void testConnection();
+    void slotTested(const VelSettings &tested, const VelConnectionResult &result);
+    /** Takes over how a server was reached that this account had not been on before. */
+    void takeOver(const VelConnectionResult &result);
+    void updateTest();
+    /** The account as the inputs have it. */
+    void takeInputs(VelSettings &settings) const;
+    /** True when the inputs say what @p settings do. */
+    [[nodiscard]] bool isShown(const VelSettings &settings) const;
+
     QLineEdit *m_server;
+    QCheckBox *m_encrypt;
     QSpinBox *m_port;
+    QLabel *m_traffic; ///< what others can read
     QLineEdit *m_user;
-    QLineEdit *m_password;
+    QPushButton *m_setPassword;
+    QLabel *m_password; ///< whether there is one
     QLabel *m_userid;
     QPushButton *m_test;
-    QString m_digest; // of the password that is replaced by what is typed
+    QLabel *m_result;
+    VelSettings m_settings; ///< as they were shown at first
+    QString m_digest;
+    bool m_isTesting = false;
 };

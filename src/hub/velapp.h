@@ -11,6 +11,7 @@
 
 #include <QIcon>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -24,6 +25,13 @@ struct VelLook;
 
 /** Entries that came from the server and are not of the calendar. Who looks at them holds them. */
 using VelReceivedEntries = std::shared_ptr<const std::vector<std::unique_ptr<VelEntry>>>;
+
+/** How an attempt to reach a server went. */
+struct VelConnectionResult {
+    QString problem; ///< empty when the server answered and knows the user
+    bool encrypt = false; ///< the server was reached encrypted
+    int port = 0;
+};
 
 /**
  * The window as views and dialogs see it: everything that they may ask of it, and nothing else.
@@ -70,6 +78,12 @@ public:
     virtual void netTask(int type, const QString &argument, bool quiet) = 0;
     /** Asks the server for its users and resources if none are known: see accountsReady(). */
     void requestAccounts();
+    /**
+     * Tries whether the server that @p settings name can be reached, encrypted first for a new account, and knows the
+     * user. Calls @p done once, later, unless the window goes before.
+     */
+    virtual void testConnection(const VelSettings &settings,
+                                const std::function<void(const VelConnectionResult &)> &done) = 0;
     /** The entry that the server was last asked for by that id and sent, or null. Valid until the next is asked for. */
     [[nodiscard]] virtual const VelEntry *getReceivedEntry(quint32 globalid) const = 0;
 

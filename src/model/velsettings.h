@@ -55,6 +55,7 @@ public:
     quint32 origUserid = 0;
     QString server;
     int port = 7070;
+    bool encrypt = false; ///< TLS to the server
 
     bool autoSave = true;
     int autoSaveInterval = 10; ///< minutes

@@ -36,12 +36,14 @@ void VelConfigurationTest::emptyConfigurationShouldGiveTheDefaults()
     KConfig config(QString(), KConfig::SimpleConfig);
     VelSettings settings;
     settings.port = 1;
+    settings.encrypt = true;
     settings.autoSync = false;
     settings.doReminderSound = true;
     VelLook look;
     VelConfiguration::readPreferences(VelConfiguration::preferences(&config), settings, look,
                                       VelLook::defaults(palette(false)));
     QCOMPARE(settings.port, 7070);
+    QVERIFY(!settings.encrypt);
     QVERIFY(settings.autoSave && settings.autoSync && settings.autoSaveSync);
     QCOMPARE(settings.autoSaveInterval, 10);
     QCOMPARE(settings.autoSyncInterval, 10);
@@ -66,6 +68,7 @@ void VelConfigurationTest::preferencesShouldSurvive()
     written.pass = QStringLiteral("d41d8cd98f00b204e9800998ecf8427e");
     written.origUserid = 3000000000U;
     written.port = 7071;
+    written.encrypt = true;
     written.autoSave = false;
     written.dock = true;
     written.reminderExec = QUrl(QStringLiteral("file:///usr/bin/beep%20loud"));
@@ -84,6 +87,7 @@ void VelConfigurationTest::preferencesShouldSurvive()
     QCOMPARE(read.pass, written.pass);
     QCOMPARE(read.origUserid, written.origUserid);
     QCOMPARE(read.port, 7071);
+    QVERIFY(read.encrypt);
     QVERIFY(!read.autoSave && read.dock);
     QCOMPARE(read.reminderExec, written.reminderExec);
     QCOMPARE(look.selection, QColor(1, 2, 3));

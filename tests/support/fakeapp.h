@@ -58,6 +58,12 @@ public:
     {
         netTasks.push_back({type, argument, quiet});
     }
+    void testConnection(const VelSettings &settings,
+                        const std::function<void(const VelConnectionResult &)> &done) override
+    {
+        testedSettings = settings;
+        answerTest = done;
+    }
     [[nodiscard]] const VelEntry *getReceivedEntry(quint32) const override { return receivedEntry; }
     void slotClipboardChanged() override { ++clipboardCount; }
     void slotStatusMsg(const QString &) override { }
@@ -69,6 +75,8 @@ public:
     const VelEntry *cutCopyEntry = nullptr;
     VelDateTime fakeNow;
     std::vector<VelNetTask> netTasks; // as they were queued
+    VelSettings testedSettings; // with which a connection was last tried
+    std::function<void(const VelConnectionResult &)> answerTest; // for the test to call
     const VelEntry *receivedEntry = nullptr;
     int printCount = 0;
     QString printedTitle;
