@@ -4,6 +4,7 @@
 #include "app/velfilechooser.h"
 
 #include <QFileDialog>
+#include <QPointer>
 #include <QStringList>
 
 VelFileDialogs::VelFileDialogs(QWidget *parent)
@@ -21,22 +22,35 @@ QString VelFileDialogs::nameFilter(const QString &filter)
     return kinds.join(QLatin1String(";;"));
 }
 
+QUrl VelFileDialogs::run(QFileDialog *dialog, QString *pattern)
+{
+    // The toolkit's own functions for this do not bear that the parent goes.
+    const QPointer<QFileDialog> alive(dialog);
+    const bool isChosen = dialog->exec() == QDialog::Accepted && alive;
+    QUrl url = isChosen ? dialog->selectedUrls().value(0) : QUrl();
+    if (isChosen)
+        m_folder = url.adjusted(QUrl::RemoveFilename);
+    const QString kind = isChosen ? dialog->selectedNameFilter() : QString();
+    if (pattern && kind.endsWith(QLatin1Char(')')))
+        *pattern = kind.section(QLatin1Char('('), -1).chopped(1);
+    delete alive.data();
+    return url;
+}
+
 QUrl VelFileDialogs::getOpenUrl(const QString &title, const QString &filter)
 {
-    QUrl url = QFileDialog::getOpenFileUrl(m_parent, title, m_folder, nameFilter(filter));
-    if (!url.isEmpty())
-        m_folder = url.adjusted(QUrl::RemoveFilename);
-    return url;
+    auto *dialog = new QFileDialog(m_parent, title, QString(), nameFilter(filter));
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    dialog->setDirectoryUrl(m_folder);
+    return run(dialog, nullptr);
 }
 
 QUrl VelFileDialogs::getSaveUrl(const QString &title, const QString &filter, QString *pattern)
 {
-    QString chosen;
-    QUrl url = QFileDialog::getSaveFileUrl(m_parent, title, m_folder, nameFilter(filter), &chosen,
-                                           QFileDialog::DontConfirmOverwrite);
-    if (!url.isEmpty())
-        m_folder = url.adjusted(QUrl::RemoveFilename);
-    if (pattern && chosen.endsWith(QLatin1Char(')')))
-        *pattern = chosen.section(QLatin1Char('('), -1).chopped(1);
-    return url;
+    auto *dialog = new QFileDialog(m_parent, title, QString(), nameFilter(filter));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setOption(QFileDialog::DontConfirmOverwrite);
+    dialog->setDirectoryUrl(m_folder);
+    return run(dialog, pattern);
 }

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QUrl>
 
+class QFileDialog;
 class QWidget;
 
 /** How the user names files. The window's body shows the desktop's dialogs; that of a test answers by itself.
@@ -24,7 +25,7 @@ public:
     virtual QUrl getSaveUrl(const QString &title, const QString &filter, QString *pattern = nullptr) = 0;
 };
 
-/** The desktop's file dialogs. */
+/** The desktop's file dialogs. They choose nothing when the window goes while they are open. */
 class VelFileDialogs : public VelFileChooser
 {
 public:
@@ -38,6 +39,8 @@ public:
     [[nodiscard]] static QString nameFilter(const QString &filter);
 
 private:
+    [[nodiscard]] QUrl run(QFileDialog *dialog, QString *pattern);
+
     QWidget *m_parent;
     QUrl m_folder; // of the last choice
 };

@@ -32,6 +32,32 @@ public:
 };
 } // namespace
 
+/** One command on its way: tells what it does, and when it is done that it is, unless its window went meanwhile. */
+class VelFileCommands::Command
+{
+public:
+    Command(VelFileCommands &commands, const QString &text)
+        : m_commands(commands)
+        , m_life(commands.m_life)
+    {
+        if (!text.isEmpty())
+            commands.m_context.status(text);
+    }
+    ~Command()
+    {
+        if (isAlive())
+            m_commands.m_context.status(i18n("Ready."));
+    }
+    Q_DISABLE_COPY_MOVE(Command)
+
+    /** To be asked after each question. */
+    [[nodiscard]] bool isAlive() const { return !m_life.expired(); }
+
+private:
+    VelFileCommands &m_commands;
+    std::weak_ptr<bool> m_life;
+};
+
 VelFileCommands::VelFileCommands(Context context)
     : m_context(std::move(context))
 {
@@ -48,50 +74,43 @@ QString VelFileCommands::getExtFilter()
         + i18n("iCalendar files") + QLatin1String("\n*|") + i18n("All files");
 }
 
-void VelFileCommands::ready()
-{
-    m_context.status(i18n("Ready."));
-}
-
 void VelFileCommands::newDocument()
 {
-    if (m_context.doc.saveModified())
+    const std::weak_ptr<bool> life = m_life;
+    if (m_context.doc.saveModified() && !life.expired())
         m_context.doc.newDocument();
 }
 
 void VelFileCommands::open()
 {
-    m_context.status(i18n("Opening file..."));
-    if (m_context.doc.saveModified()) {
-        const QUrl url = m_context.files.getOpenUrl(i18n("Open File..."), getFilter());
-        if (!url.isEmpty())
-            openDocumentFile(url);
-    }
-    ready();
+    const Command command(*this, i18n("Opening file..."));
+    if (!m_context.doc.saveModified() || !command.isAlive())
+        return;
+    const QUrl url = m_context.files.getOpenUrl(i18n("Open File..."), getFilter());
+    if (command.isAlive() && !url.isEmpty())
+        openDocumentFile(url);
 }
 
 void VelFileCommands::open(const QUrl &url)
 {
-    m_context.status(i18n("Opening file..."));
-    if (m_context.doc.saveModified())
+    const Command command(*this, i18n("Opening file..."));
+    if (m_context.doc.saveModified() && command.isAlive())
         openDocumentFile(url);
-    ready();
 }
 
 bool VelFileCommands::openDocumentFile(const QUrl &url)
 {
-    const bool quiet = m_context.isEditLocked();
-    if (!quiet)
-        m_context.status(i18n("Opening file..."));
+    std::optional<Command> command;
+    if (!m_context.isEditLocked())
+        command.emplace(*this, i18n("Opening file..."));
     bool opened = false;
     {
         const BusyCursor busy;
         opened = m_context.doc.openDocument(url);
     }
+    // Only a failure is told, so that after a success the window is still there.
     if (opened)
         m_context.recentFiles.addUrl(url);
-    if (!quiet)
-        ready();
     return opened;
 }
 
@@ -101,27 +120,28 @@ void VelFileCommands::save()
         saveAs();
         return;
     }
-    m_context.status(i18n("Saving file..."));
+    const Command command(*this, i18n("Saving file..."));
     m_context.doc.saveDocument(m_context.doc.URL(), true);
-    ready();
 }
 
 void VelFileCommands::saveAs()
 {
-    m_context.status(i18n("Saving file with a new filename..."));
+    const Command command(*this, i18n("Saving file with a new filename..."));
     const QUrl url = m_context.files.getSaveUrl(i18n("Save as..."), getFilter());
-    if (!url.isEmpty() && m_context.doc.saveDocument(url, false))
+    if (!command.isAlive() || url.isEmpty())
+        return;
+    if (m_context.doc.saveDocument(url, false) && command.isAlive())
         m_context.recentFiles.addUrl(m_context.doc.URL());
-    ready();
 }
 
 /** Adds what the file holds; without what had to be left out, which the counts tell. */
 bool VelFileCommands::readIntoDocument(const QUrl &url, Imported &imported)
 {
+    const std::weak_ptr<bool> life = m_life;
     const BusyCursor busy;
     const VelDownload file(url);
     VelExchange::Content content;
-    if (!VelExchange::read(file.path(), content))
+    if (life.expired() || !VelExchange::read(file.path(), content))
         return false;
     imported = {static_cast<int>(content.entries.size()), content.leftOut, content.simplified,
                 content.isReadable};
@@ -137,17 +157,24 @@ bool VelFileCommands::readIntoDocument(const QUrl &url, Imported &imported)
 
 void VelFileCommands::importFile()
 {
-    m_context.status(i18n("Import from file..."));
+    const Command command(*this, i18n("Import from file..."));
     const QUrl url = m_context.files.getOpenUrl(i18n("Import from file..."), getExtFilter());
-    if (!url.isEmpty())
+    if (command.isAlive() && !url.isEmpty())
         importFile(url);
-    ready();
 }
 
 void VelFileCommands::importFile(const QUrl &url)
 {
+    if (!mayChange()) {
+        m_context.messages.error(i18n("This calendar cannot be changed now. Nothing was imported."));
+        return;
+    }
+    const std::weak_ptr<bool> life = m_life;
     Imported imported;
-    if (!readIntoDocument(url, imported))
+    const bool isOpened = readIntoDocument(url, imported);
+    if (life.expired())
+        return;
+    if (!isOpened)
         m_context.messages.error(i18n("Cannot open the file."));
     else if (!imported.isReadable)
         m_context.messages.error(i18n("Cannot read from the file."));
@@ -176,44 +203,54 @@ void VelFileCommands::tellImported(const Imported &imported)
         m_context.messages.information(texts.join(QLatin1Char(' ')), i18nc("title of a message", "Import"));
 }
 
+bool VelFileCommands::mayChange() const
+{
+    return !m_context.isEditLocked() && m_context.doc.isWritable();
+}
+
+bool VelFileCommands::mayWrite(const QUrl &url)
+{
+    return !velExists(url)
+        || m_context.messages.questionYesNo(i18n("Do you want to overwrite existing file?"),
+                                            i18n("File exists"))
+        == VelMessages::Answer::Yes;
+}
+
 void VelFileCommands::exportFile()
 {
-    m_context.status(i18n("Export to file..."));
+    const Command command(*this, i18n("Export to file..."));
     QString pattern;
     QUrl url = m_context.files.getSaveUrl(i18n("Export to file..."), getExtFilter(), &pattern);
-    if (!url.isEmpty()) {
-        const QLatin1String iCalendar(".ics");
-        const bool isICalendar = url.fileName().endsWith(iCalendar, Qt::CaseInsensitive)
-            || (pattern.endsWith(iCalendar) && !url.fileName().contains(QLatin1Char('.')));
-        if (!url.fileName().endsWith(iCalendar, Qt::CaseInsensitive))
-            VelUrl::setSuffix(url, isICalendar ? QString(iCalendar) : QStringLiteral(".vcs"));
-        const bool mayWrite = !velExists(url)
-            || m_context.messages.questionYesNo(i18n("Do you want to overwrite existing file?"),
-                                                i18n("File exists"))
-                == VelMessages::Answer::Yes;
-        if (mayWrite && !VelExchange::write(m_context.doc, url))
-            m_context.messages.error(i18n("Cannot write to the file."));
-    }
-    ready();
+    if (!command.isAlive() || url.isEmpty())
+        return;
+    const QLatin1String iCalendar(".ics");
+    const bool isICalendar = url.fileName().endsWith(iCalendar, Qt::CaseInsensitive)
+        || (pattern.endsWith(iCalendar) && !url.fileName().contains(QLatin1Char('.')));
+    if (!url.fileName().endsWith(iCalendar, Qt::CaseInsensitive))
+        VelUrl::setSuffix(url, isICalendar ? QString(iCalendar) : QStringLiteral(".vcs"));
+    if (mayWrite(url) && command.isAlive() && !VelExchange::write(m_context.doc, url) && command.isAlive())
+        m_context.messages.error(i18n("Cannot write to the file."));
 }
 
 void VelFileCommands::archive()
 {
-    if (m_context.isEditLocked() || !m_context.doc.isWritable()) {
+    const Command command(*this, {});
+    if (!mayChange()) {
         m_context.messages.error(i18n("This calendar cannot be changed now. Nothing was archived."));
-    } else {
-        const VelArchiveChoice usual{m_context.doc.today().addYears(-1), m_context.settings.archiveFile};
-        const std::optional<VelArchiveChoice> choice = m_context.chooseArchive(usual);
-        // It may have been opened or locked anew while the user was choosing.
-        const bool mayChange = !m_context.isEditLocked() && m_context.doc.isWritable();
-        if (mayChange && choice && !choice->url.isEmpty())
-            archive(*choice);
+        return;
     }
-    ready();
+    const VelArchiveChoice usual{m_context.doc.today().addYears(-1), m_context.settings.archiveFile};
+    const std::optional<VelArchiveChoice> choice = m_context.chooseArchive(usual);
+    if (!command.isAlive() || !choice || choice->url.isEmpty())
+        return;
+    // It may have been opened or locked anew while the user was choosing.
+    if (mayChange())
+        archive(*choice);
 }
 
 void VelFileCommands::archive(const VelArchiveChoice &choice)
 {
+    const std::weak_ptr<bool> life = m_life;
     VelArchiver archiver(m_context.doc, m_context.messages, m_context.settings);
     VelArchiver::Result result = VelArchiver::Result::Failed;
     {
@@ -223,12 +260,16 @@ void VelFileCommands::archive(const VelArchiveChoice &choice)
         m_context.settings.archiveFile = archiver.URL();
         result = archiver.archive(choice.date);
     }
+    if (life.expired())
+        return;
     if (result == VelArchiver::Result::Nothing)
         m_context.messages.information(
             i18n("No calendar entries matched the archive criteria. Nothing archived."));
     if (result != VelArchiver::Result::Archived)
         return;
     save();
+    if (life.expired())
+        return;
     // After saving: what was deleted is still to be told to the server.
     m_context.doc.slotUpdateAllViews(nullptr);
     m_context.messages.information(QString::number(archiver.getCount()) + QLatin1Char(' ')

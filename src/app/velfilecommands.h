@@ -7,6 +7,7 @@
 #include <QUrl>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 class KRecentFilesAction;
@@ -21,7 +22,11 @@ struct VelArchiveChoice {
     QUrl url;
 };
 
-/** The commands of the File menu that deal with files of one window's calendar. */
+/**
+ * The commands of the File menu that deal with files of one window's calendar.
+ *
+ * The window may be closed, and this with it, while one of them waits for the user: the command then ends there.
+ */
 class VelFileCommands
 {
 public:
@@ -71,10 +76,14 @@ private:
         bool isReadable = true;
     };
 
+    class Command;
+
     [[nodiscard]] bool readIntoDocument(const QUrl &url, Imported &imported);
     void tellImported(const Imported &imported);
     void archive(const VelArchiveChoice &choice);
-    void ready();
+    [[nodiscard]] bool mayChange() const;
+    [[nodiscard]] bool mayWrite(const QUrl &url);
 
     Context m_context;
+    std::shared_ptr<bool> m_life = std::make_shared<bool>(true); // what guards hold on to weakly
 };

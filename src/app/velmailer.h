@@ -5,9 +5,14 @@
 
 #include "document/velinvitation.h"
 
+#include <QPointer>
 #include <QTemporaryDir>
+#include <QUrl>
+#include <QWidget>
 
-class QWidget;
+#include <functional>
+
+class KJob;
 class VelFileChooser;
 class VelMessages;
 
@@ -21,22 +26,38 @@ public:
     virtual void compose(const VelInvitation &invitation) = 0;
 };
 
+/** A message as a mail program opens it. */
+struct VelMail {
+    QStringList to;
+    QString subject;
+    QString body;
+    QUrl attachment; ///< a local file
+};
+
 /** The mail program that the user has set up. Its attachments stay until the window goes. */
 class VelDesktopMailer : public VelMailer
 {
 public:
+    /** Makes the job that opens a message in the mail program, not yet started; null where there is no such program. */
+    using MakeJob = std::function<KJob *(const VelMail &)>;
+
     /** Keeps the references: they outlive the mailer, as @p window does. */
-    VelDesktopMailer(QWidget *window, VelMessages &messages, VelFileChooser &files);
+    VelDesktopMailer(QWidget *window, VelMessages &messages, VelFileChooser &files,
+                     MakeJob makeJob = desktopJob);
+
+    /** The job for the mail program of the desktop's settings. */
+    [[nodiscard]] static KJob *desktopJob(const VelMail &mail);
 
     void compose(const VelInvitation &invitation) override;
 
 private:
     [[nodiscard]] QString writeAttachment(const VelInvitation &invitation);
-    void offerToSave(const VelInvitation &invitation);
+    void offerToSave(const VelMail &mail);
 
-    QWidget *m_window;
+    QPointer<QWidget> m_window;
     VelMessages &m_messages;
     VelFileChooser &m_files;
+    MakeJob m_makeJob;
     QTemporaryDir m_folder; // only the user may look into it
     int m_count = 0;
 };

@@ -146,6 +146,7 @@ private:
     void updateCaption();
     void updateEditActions();
     bool applyAnswer(quint32 localid, int answer);
+    [[nodiscard]] QDate dayOfNew() const;
     [[nodiscard]] bool isStored(const VelEntry &entry) const;
     [[nodiscard]] std::optional<VelArchiveChoice> chooseArchive(const VelArchiveChoice &usual);
 

@@ -15,7 +15,14 @@ namespace
 constexpr int SecondsPerHour = 3600;
 }
 
-/** Onto the selected time, or else from the next full hour of the day that is looked at. */
+/** The day of what is selected, or else the one that is looked at. */
+QDate VelMainWindow::dayOfNew() const
+{
+    const QDate selected = m_view->getCurrentView()->currentDay();
+    return selected.isValid() ? selected : m_view->getDate();
+}
+
+/** Onto the selected time, or else from the next full hour of that day. */
 void VelMainWindow::slotNewEntry()
 {
     if (!mayEdit())
@@ -25,7 +32,7 @@ void VelMainWindow::slotNewEntry()
     VelDateTime start = view->getSelectionStart();
     VelDateTime end = view->getSelectionEnd();
     if (!view->hasSelection()) {
-        start = VelDateTime(m_view->getDate(), QTime(now().time().hour(), 0)).addSecs(SecondsPerHour);
+        start = VelDateTime(dayOfNew(), QTime(now().time().hour(), 0)).addSecs(SecondsPerHour);
         end = start.addSecs(SecondsPerHour);
     }
     const std::unique_ptr<VelEntry> entry = m_doc->newEntry(VelEntry::Event, start, end);
@@ -34,13 +41,12 @@ void VelMainWindow::slotNewEntry()
     showEntryDialog(*entry, true);
 }
 
-/** Due on the day that is looked at. */
 void VelMainWindow::slotNewTodo()
 {
     if (!mayEdit())
         return;
     m_view->finishInput();
-    const VelDateTime day(m_view->getDate(), QTime(0, 0));
+    const VelDateTime day(dayOfNew(), QTime(0, 0));
     showEntryDialog(*m_doc->newEntry(VelEntry::Todo, day, day), true);
 }
 

@@ -82,9 +82,10 @@ void VelMainWindow::informChanges(const VelEntry &entry)
     const std::optional<VelInvitation> invitation = VelInvitation::of(entry, m_doc->getUserId());
     if (!invitation)
         return;
+    const QPointer<VelMainWindow> alive(this);
     const VelMessages::Answer answer =
         m_messages->questionYesNo(i18n("Do you want to sent invitations via email?"), i18n("Invitations"));
-    if (answer == VelMessages::Answer::Yes)
+    if (alive && answer == VelMessages::Answer::Yes)
         m_mailer->compose(*invitation);
 }
 

@@ -7,9 +7,6 @@
 
 #include <KLocalizedString>
 
-#include <QPainter>
-#include <QStyle>
-
 namespace
 {
 QString pixmapName(VelOnlineWidget::NetStatus status)
@@ -40,7 +37,7 @@ QString statusText(VelOnlineWidget::NetStatus status)
 } // namespace
 
 VelOnlineWidget::VelOnlineWidget(QWidget *parent)
-    : QWidget(parent)
+    : WPixmapWidget(QStyle::PM_SmallIconSize, parent)
 {
     setNetStatus(NoConnection);
 }
@@ -50,17 +47,5 @@ void VelOnlineWidget::setNetStatus(NetStatus status)
     m_status = status;
     setToolTip(statusText(status));
     setAccessibleName(statusText(status));
-    update();
-}
-
-QSize VelOnlineWidget::sizeHint() const
-{
-    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
-    return {size, size};
-}
-
-void VelOnlineWidget::paintEvent(QPaintEvent *)
-{
-    QPainter painter(this);
-    painter.drawPixmap(0, 0, VelApp::getPixmap(pixmapName(m_status), this));
+    setIcon(VelApp::getIcon(pixmapName(status)));
 }

@@ -3,10 +3,10 @@
 
 #pragma once
 
-#include <QWidget>
+#include "widgets/wpixmapwidget.h"
 
 /** The picture in the status bar that tells how the connection to the server is. */
-class VelOnlineWidget : public QWidget
+class VelOnlineWidget : public WPixmapWidget
 {
     Q_OBJECT
 public:
@@ -16,11 +16,6 @@ public:
 
     void setNetStatus(NetStatus status);
     [[nodiscard]] NetStatus netStatus() const { return m_status; }
-    [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
 
 private:
     NetStatus m_status = NoConnection;

@@ -3,6 +3,7 @@
 
 #include "dialogs/velentrydialog.h"
 
+#include "dialogs/veldialogsize.h"
 #include "dialogs/velentryrecurdialog.h"
 #include "dialogs/velfindtimedialog.h"
 #include "dialogs/velpeoplepage.h"
@@ -14,23 +15,23 @@
 #include "model/velsettings.h"
 #include "widgets/wdatetimewidget.h"
 
-#include <KConfigGroup>
 #include <KLocalizedString>
-#include <KSharedConfig>
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QSpinBox>
 
 namespace
 {
-KConfigGroup dialogGroup()
+/** Of a kind that the recurrence editor has: others never repeat. */
+bool repeats(const VelRecurrenceRule &rule)
 {
-    return KSharedConfig::openConfig()->group(QStringLiteral("Entry Editor"));
+    return rule.recurringtype >= VelRecurrenceRule::Daily && rule.recurringtype <= VelRecurrenceRule::Yearly;
 }
 } // namespace
 
@@ -49,15 +50,30 @@ VelEntryDialog::VelEntryDialog(VelApp &app, VelAddressBook &book, const VelEntry
     makeLayout();
     explain();
     fill(VelEntryForm::of(m_entry));
+    // An entry of another calendar may have the same id.
+    connect(&m_doc, &VelDoc::contentsReplaced, this, [this] { done(Rejected); });
+    if (isEvent()) {
+        connect(&app, &VelApp::accountsReady, this, &VelEntryDialog::slotAccountsReady);
+        app.requestAccounts();
+    }
     m_title->setFocus();
-    const QSize size = dialogGroup().readEntry("Size", QSize());
-    if (size.isValid())
-        resize(size);
+    VelDialogSize::restore(*this, sizeName(), sizeHint());
 }
 
 VelEntryDialog::~VelEntryDialog()
 {
-    dialogGroup().writeEntry("Size", size());
+    VelDialogSize::save(*this, sizeName());
+}
+
+/** What to-dos have needs less room. */
+QString VelEntryDialog::sizeName() const
+{
+    return isEvent() ? QStringLiteral("EventEditor") : QStringLiteral("TodoEditor");
+}
+
+void VelEntryDialog::slotAccountsReady()
+{
+    m_people->setServerAccounts(m_app.getAccounts());
 }
 
 void VelEntryDialog::fill(const VelEntryForm &form)
@@ -74,8 +90,8 @@ void VelEntryDialog::fill(const VelEntryForm &form)
         m_access->setCurrentIndex(form.access - 1);
         m_display->setCurrentIndex(form.display - 1);
         m_recurDialog->setRule(form.rule, form.start.date());
-        m_recurring->setChecked(form.rule.recurringtype > 0);
-        m_people->setServerAccounts(m_app.getAccounts());
+        m_recurring->setChecked(repeats(form.rule));
+        slotAccountsReady();
         m_people->setAccounts(form.accounts);
     } else {
         m_complete->setChecked(form.complete);
@@ -130,24 +146,26 @@ void VelEntryDialog::store(const VelEntryForm &written)
     const QString created =
         isEvent() ? i18nc("what was done", "New Event") : i18nc("what was done", "New To-Do Task");
     const VelStepScope scope(&m_doc, m_isStored ? i18nc("what was done", "Edit") : created);
-    if (m_isStored)
-        m_doc.changeEntry(m_entry.localid, [&written](VelEntry &stored) { written.applyTo(stored); });
-    else
+    // What has gone meanwhile comes back: the user has just said what it is to be.
+    if (!m_isStored
+        || !m_doc.changeEntry(m_entry.localid, [&written](VelEntry &stored) { written.applyTo(stored); }))
         m_doc.addEntry(std::make_unique<VelEntry>(m_entry));
     m_isStored = true;
 }
 
 void VelEntryDialog::slotOk()
 {
-    if (!updateData())
-        return;
+    const QPointer<VelEntryDialog> alive(this);
+    if (!updateData() || !alive)
+        return; // or the window was closed while it asked about invitations
     accept();
     m_doc.slotUpdateAllViews(nullptr);
 }
 
 void VelEntryDialog::slotApply()
 {
-    if (updateData())
+    const QPointer<VelEntryDialog> alive(this);
+    if (updateData() && alive)
         m_doc.slotUpdateAllViews(nullptr);
 }
 
@@ -187,9 +205,11 @@ void VelEntryDialog::slotRecurring(bool recurring)
 
 void VelEntryDialog::slotRecurDialog()
 {
+    const QPointer<VelEntryDialog> alive(this);
     m_recurDialog->setRule(m_recurDialog->getRule(), m_start->getDate());
     m_recurDialog->exec();
-    showRecurrence();
+    if (alive)
+        showRecurrence();
 }
 
 /** The planner plans what the controls say, which need not be written yet. */

@@ -79,6 +79,8 @@ private:
     void fill(const VelEntryForm &form);
     void store(const VelEntryForm &written);
     [[nodiscard]] bool isEvent() const { return m_entry.type == VelEntry::Event; }
+    [[nodiscard]] QString sizeName() const;
+    void slotAccountsReady();
     void slotNoTime(bool notime);
     void slotRecurring(bool recurring);
     void slotRecurDialog();

@@ -84,10 +84,13 @@ void VelEntryDialog::makeLayout()
 void VelEntryDialog::makeTimes(QFormLayout *layout)
 {
     m_start = new WDateTimeWidget(WDateTimeWidget::Kind::DateTime, this);
-    m_end = new WDateTimeWidget(WDateTimeWidget::Kind::DateTime, this);
     m_noTimes = new QCheckBox(i18n("&No times"), this);
+    m_end = new WDateTimeWidget(WDateTimeWidget::Kind::DateTime, this);
     addRow(layout, i18n("Start ti&me:"), {m_start, m_noTimes});
     addRow(layout, isEvent() ? i18n("&End time:") : i18n("&Due time:"), {m_end});
+    m_start->setObjectName(QStringLiteral("start"));
+    m_noTimes->setObjectName(QStringLiteral("noTimes"));
+    m_end->setObjectName(QStringLiteral("end"));
     connect(m_noTimes, &QCheckBox::toggled, this, &VelEntryDialog::slotNoTime);
     connect(m_start, &WDateTimeWidget::dateChanged, this, &VelEntryDialog::slotStartChanged);
 }
@@ -97,6 +100,8 @@ void VelEntryDialog::makeEventControls(QFormLayout *layout)
     m_recurring = new QCheckBox(i18n("&Recurring event"), this);
     m_setRecurrence = new QPushButton(i18n("Set re&currence"), this);
     m_setRecurrence->setAutoDefault(false);
+    m_recurring->setObjectName(QStringLiteral("recurring"));
+    m_setRecurrence->setObjectName(QStringLiteral("setRecurrence"));
     m_recurrenceText = new QLabel(this);
     m_recurrenceText->setWordWrap(true);
     m_recurDialog = new VelEntryRecurDialog(m_app.now().date(), this);
@@ -115,7 +120,7 @@ void VelEntryDialog::makeEventControls(QFormLayout *layout)
 
 void VelEntryDialog::makeTodoControls(QFormLayout *layout)
 {
-    m_complete = new QCheckBox(i18n("Co&mplete"), this);
+    m_complete = new QCheckBox(i18n("Comp&lete"), this);
     m_priority = new QSpinBox(this);
     m_priority->setRange(0, 9);
     m_priority->setSpecialValueText(i18nc("no priority", "None"));
@@ -127,6 +132,7 @@ void VelEntryDialog::makeButtons()
 {
     m_buttons =
         new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Apply | QDialogButtonBox::Cancel, this);
+    m_buttons->setObjectName(QStringLiteral("buttons"));
     connect(m_buttons, &QDialogButtonBox::accepted, this, &VelEntryDialog::slotOk);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &VelEntryDialog::slotCancel);
     connect(m_buttons->button(QDialogButtonBox::Apply), &QPushButton::clicked, this,

@@ -3,6 +3,8 @@
 
 #include "dialogs/velentryform.h"
 
+#include <algorithm>
+
 VelEntryForm VelEntryForm::of(const VelEntry &entry)
 {
     VelEntryForm form;
@@ -13,8 +15,9 @@ VelEntryForm VelEntryForm::of(const VelEntry &entry)
     form.reminder = entry.reminder;
     form.notime = entry.notime;
     form.accounts = entry.accounts;
-    form.access = entry.access == VelEntry::NoAccess ? int(VelEntry::Public) : entry.access;
-    form.display = entry.display == VelEntry::NoDisplay ? int(VelEntry::Busy) : entry.display;
+    // The inputs have no place for what is not set, nor for values from elsewhere that nobody knows.
+    form.access = std::clamp(entry.access, int(VelEntry::Public), int(VelEntry::Private));
+    form.display = std::clamp(entry.display, int(VelEntry::Busy), int(VelEntry::TentativeTime));
     form.rule = entry.rule;
     form.complete = entry.complete;
     form.priority = entry.priority;

@@ -45,6 +45,7 @@ void VelPeoplePage::makeLayout()
         button->setAutoDefault(false);
     m_newAttendee->setToolTip(i18n("Create a new attendee."));
     m_newAttendee->setWhatsThis(m_newAttendee->toolTip());
+    m_planner->setObjectName(QStringLiteral("planner"));
     m_planner->setToolTip(i18n("Locate a free meeting time with Meeting Planner"));
     m_planner->setWhatsThis(m_planner->toolTip());
     m_message->setWordWrap(true);

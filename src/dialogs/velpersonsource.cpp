@@ -47,6 +47,7 @@ void VelPersonSource::makeControls()
     m_searchInput->setClearButtonEnabled(true);
     m_searchInput->installEventFilter(this);
 
+    m_view->setObjectName(QStringLiteral("people"));
     m_view->setModel(m_model);
     m_view->setRootIsDecorated(false);
     m_view->setUniformRowHeights(true);

@@ -5,6 +5,7 @@
 
 #include "hub/velapp.h"
 #include "model/veltext.h"
+#include "widgets/wpixmapwidget.h"
 
 #include <KLocalizedString>
 
@@ -12,7 +13,6 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -50,9 +50,8 @@ VelReminderDialog::VelReminderDialog(QWidget *parent, const VelReminderNotice &n
 
 QLayout *VelReminderDialog::makeTexts()
 {
-    auto *icon = new QLabel(this);
-    const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
-    icon->setPixmap(VelApp::getIcon(QStringLiteral("reminder")).pixmap(size, size));
+    auto *icon = new WPixmapWidget(QStyle::PM_MessageBoxIconSize, this);
+    icon->setIcon(VelApp::getIcon(QStringLiteral("reminder")));
     for (QLabel *label : {m_text, m_waiting}) {
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);

@@ -20,7 +20,7 @@ VelReminderPage::VelReminderPage(QWidget *parent)
     , m_sound(new WFileEdit(WFileEdit::Kind::OpenFile, this))
     , m_doExec(new QCheckBox(i18n("Run a &program:"), this))
     , m_exec(new WFileEdit(WFileEdit::Kind::Command, this))
-    , m_default(new VelReminderWidget(this, true))
+    , m_default(new VelReminderWidget(this, false))
 {
     m_doDialog->setObjectName(QStringLiteral("DoReminderDialog"));
     m_doSound->setObjectName(QStringLiteral("DoReminderSound"));
@@ -39,14 +39,14 @@ VelReminderPage::VelReminderPage(QWidget *parent)
     layout->addRow(m_doDialog);
     layout->addRow(m_doSound, m_sound);
     layout->addRow(m_doExec, m_exec);
-    layout->addRow(i18n("&New entries:"), m_default);
+    layout->addRow(i18n("&New reminders:"), m_default);
     explain(m_doDialog, i18n("Shows what is due in a dialog"));
     explain(m_doSound, i18n("Plays a sound file when an entry reminds"));
     explain(m_sound, m_doSound->toolTip());
     explain(m_doExec,
             i18n("Runs a program when an entry reminds; blanks stand between it and its arguments"));
     explain(m_exec, m_doExec->toolTip());
-    explain(m_default, i18n("The reminder that new entries have at first"));
+    explain(m_default, i18n("The lead time that the editor offers for a new reminder"));
     watchInputs();
 }
 

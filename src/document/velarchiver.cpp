@@ -10,6 +10,7 @@
 #include <KLocalizedString>
 
 #include <QFileInfo>
+#include <QPointer>
 
 #include <algorithm>
 #include <map>
@@ -121,12 +122,14 @@ bool VelArchiver::open(const QUrl &url)
     }
     m_url = withSuffix(url);
     m_archive.newDocument();
+    // The window of the calendar may be closed while a file elsewhere is waited for.
+    const QPointer<VelDoc> calendar(&m_calendar);
     m_isNew = !velExists(m_url);
-    if (m_isNew) {
+    if (m_isNew && calendar) {
         m_archive.setUserId(m_calendar.getUserId());
         return true;
     }
-    if (!m_archive.openDocument(m_url))
+    if (!calendar || !m_archive.openDocument(m_url) || !calendar)
         return false;
     if (m_archive.getUserId() != m_calendar.getUserId()) {
         m_messages.error(i18n("Selected archive file is not yours."));
@@ -192,8 +195,9 @@ VelArchiver::Result VelArchiver::archive(QDate limit)
     const std::vector<quint32> localids = findEntries(m_calendar, limit);
     if (localids.empty())
         return Result::Nothing;
-    if (!store(localids))
-        return Result::Failed;
+    const QPointer<VelDoc> calendar(&m_calendar);
+    if (!store(localids) || !calendar)
+        return Result::Failed; // or the window of the calendar was closed while saving asked a question
     for (const quint32 localid : localids) {
         // Saving may have asked a question, and the calendar may have moved on meanwhile.
         if (const VelEntry *entry = m_calendar.getEntry(localid)) {

@@ -60,6 +60,7 @@ public:
     [[nodiscard]] VelDateTime getSelectionEnd() const override { return m_selection.end(); }
     [[nodiscard]] bool hasSelection() const override { return !m_selection.isEmpty(); }
     void emitSelectionSignal();
+    [[nodiscard]] QDate currentDay() const override;
     [[nodiscard]] bool mayPaste() const override;
     /// @}
 
@@ -98,7 +99,6 @@ Q_SIGNALS:
     void dayWanted(QDate date);
 
 protected:
-    bool event(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;

@@ -19,21 +19,7 @@
 namespace
 {
 constexpr int SecondsPerMinute = 60;
-
 } // namespace
-
-bool VelDayView::event(QEvent *event)
-{
-    // Arrows and Escape may be shortcuts elsewhere; here they move about.
-    if (event->type() == QEvent::ShortcutOverride) {
-        const int key = static_cast<QKeyEvent *>(event)->key();
-        if (key == Qt::Key_Escape || (key >= Qt::Key_Left && key <= Qt::Key_PageDown)) {
-            event->accept();
-            return true;
-        }
-    }
-    return VelView::event(event);
-}
 
 /** Nothing can be entered where others' busy times are shown, and Escape belongs to the dialog. */
 bool VelDayView::handlePlannerKey(QKeyEvent *event)
@@ -115,6 +101,13 @@ bool VelDayView::handleArrow(int key, Qt::KeyboardModifiers modifiers)
     else
         walkToDay(days);
     return true;
+}
+
+/** Of a long entry the first day that is shown. */
+QDate VelDayView::currentDay() const
+{
+    const QDate day = VelView::currentDay();
+    return day.isValid() ? std::max(day, startDate()) : day;
 }
 
 /** The selected row goes on; from the edge of the range into the next range. */

@@ -40,6 +40,8 @@ public:
     [[nodiscard]] VelDateTime getSelectionStart() const override;
     [[nodiscard]] VelDateTime getSelectionEnd() const override;
     [[nodiscard]] bool hasSelection() const override { return m_selectedDay.isValid(); }
+    /** The selected day or that of the selected entry's line, on which the keyboard acts. */
+    [[nodiscard]] QDate currentDay() const override;
 
     /** The background of the day's cell when it is not selected. */
     [[nodiscard]] QColor entryBackground(QDate date) const;
@@ -115,8 +117,6 @@ private:
     /** True while the title of a new event is being typed into a line over this view. */
     [[nodiscard]] bool isTyping() const;
 
-    /** The day that the keyboard acts on: the selected one or that of the selected entry's line; may be invalid. */
-    [[nodiscard]] QDate currentDay() const;
     /** Asks for all entries of that day. */
     bool showCurrentDay();
     void tellFocus();

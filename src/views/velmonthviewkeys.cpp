@@ -100,7 +100,7 @@ void VelMonthView::tellFocus()
 QDate VelMonthView::currentDay() const
 {
     const int line = currentLine();
-    return line >= 0 ? entries()[static_cast<std::size_t>(line)].getDate() : m_selectedDay;
+    return line >= 0 ? entries()[static_cast<std::size_t>(line)].getDate() : VelView::currentDay();
 }
 
 bool VelMonthView::showCurrentDay()

@@ -23,6 +23,7 @@
 #include <QDrag>
 #include <QDropEvent>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QTimer>
 
 VelView::VelView(QWidget *parent)
@@ -31,6 +32,25 @@ VelView::VelView(QWidget *parent)
 }
 
 VelView::~VelView() = default;
+
+bool VelView::event(QEvent *event)
+{
+    // Arrows and Escape may be shortcuts elsewhere; here they move about.
+    if (event->type() == QEvent::ShortcutOverride) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Escape || (key >= Qt::Key_Left && key <= Qt::Key_PageDown)) {
+            event->accept();
+            return true;
+        }
+    }
+    return QWidget::event(event);
+}
+
+QDate VelView::currentDay() const
+{
+    const VelEntry *entry = getSelectedEntry();
+    return entry ? entry->getStart().date() : getSelectionStart().date();
+}
 
 VelDoc *VelView::document() const
 {

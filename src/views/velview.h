@@ -38,6 +38,8 @@ public:
     [[nodiscard]] virtual VelDateTime getSelectionStart() const { return {}; }
     [[nodiscard]] virtual VelDateTime getSelectionEnd() const { return {}; }
     [[nodiscard]] virtual bool hasSelection() const { return false; }
+    /** The day of the selected time or entry; invalid when there is none. */
+    [[nodiscard]] virtual QDate currentDay() const;
     /** True when the clipboard holds an entry and the calendar may be changed. */
     [[nodiscard]] virtual bool mayPaste() const;
     /** The menu for an entry, made when first asked for and kept. */
@@ -84,6 +86,8 @@ Q_SIGNALS:
     void setDateInternal(QDate date);
 
 protected:
+    bool event(QEvent *event) override;
+
     [[nodiscard]] VelDoc *document() const;
     /** True when the user may change that entry now. */
     [[nodiscard]] bool mayChange(const VelEntry *entry) const;

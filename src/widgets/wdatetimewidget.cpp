@@ -3,8 +3,11 @@
 
 #include "widgets/wdatetimewidget.h"
 
+#include "widgets/wdatepickerframe.h"
+#include "widgets/wtimeinput.h"
+
 #include <KDateComboBox>
-#include <KTimeComboBox>
+#include <KLocalizedString>
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -19,16 +22,44 @@ QDateTime toTheMinute(const QDate &date, const QTime &time)
 {
     return QDateTime(date, QTime(time.hour(), time.minute()), Qt::UTC);
 }
+
+/** The input of a day with our own calendar below it. */
+class DateInput : public KDateComboBox
+{
+public:
+    using KDateComboBox::KDateComboBox;
+
+    void showPopup() override
+    {
+        if (!m_frame) {
+            m_frame = new WDatePickerFrame(this);
+            connect(m_frame, &WDatePickerFrame::dateChosen, this, [this](QDate date) {
+                setDate(date);
+                Q_EMIT dateEntered(date);
+            });
+        }
+        m_frame->popup(*this, date());
+    }
+    void hidePopup() override
+    {
+        if (m_frame)
+            m_frame->hide();
+    }
+
+private:
+    WDatePickerFrame *m_frame = nullptr; // made when it is first wanted
+};
 } // namespace
 
 WDateTimeWidget::WDateTimeWidget(Kind kind, QWidget *parent)
     : QWidget(parent)
     , m_value(toTheMinute(FirstDay, QTime(0, 0)))
-    , m_dateInput(new KDateComboBox(this))
+    , m_dateInput(new DateInput(this))
 {
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_dateInput);
+    m_dateInput->setAccessibleName(i18n("Date"));
     m_dateInput->installEventFilter(this);
     connect(m_dateInput, &KDateComboBox::dateEntered, this, &WDateTimeWidget::takeInput);
     if (kind != Kind::Date) {
@@ -40,10 +71,11 @@ WDateTimeWidget::WDateTimeWidget(Kind kind, QWidget *parent)
 
 void WDateTimeWidget::addTimeInput()
 {
-    m_timeInput = new KTimeComboBox(this);
+    m_timeInput = new WTimeInput(this);
     layout()->addWidget(m_timeInput);
+    m_timeInput->setAccessibleName(i18n("Time"));
     m_timeInput->installEventFilter(this);
-    connect(m_timeInput, &KTimeComboBox::timeEntered, this, &WDateTimeWidget::takeInput);
+    connect(m_timeInput, &WTimeInput::timeEntered, this, &WDateTimeWidget::takeInput);
 }
 
 void WDateTimeWidget::hideDate(bool hide)
@@ -89,11 +121,6 @@ void WDateTimeWidget::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::LocaleChange) {
-        if (m_timeInput) {
-            // Only a change of the format makes the input leave the one of the old locale.
-            m_timeInput->setDisplayFormat(QLocale::LongFormat);
-            m_timeInput->setDisplayFormat(QLocale::ShortFormat);
-        }
         showValue();
     }
 }

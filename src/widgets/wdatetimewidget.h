@@ -7,7 +7,7 @@
 #include <QWidget>
 
 class KDateComboBox;
-class KTimeComboBox;
+class WTimeInput;
 
 /**
  * The input of a day, a time to the minute, or both: typing, arrow keys, wheel, a calendar and a list of times
@@ -56,5 +56,5 @@ private:
 
     QDateTime m_value;
     KDateComboBox *m_dateInput;
-    KTimeComboBox *m_timeInput = nullptr; // none where only a day is asked for
+    WTimeInput *m_timeInput = nullptr; // none where only a day is asked for
 };

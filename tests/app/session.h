@@ -27,9 +27,19 @@ inline QDate testDay()
 class FakeFiles : public VelFileChooser
 {
 public:
-    QUrl getOpenUrl(const QString &, const QString &) override { return choice; }
-    QUrl getSaveUrl(const QString &, const QString &, QString *) override { return choice; }
+    QUrl getOpenUrl(const QString &, const QString &) override { return choose(); }
+    QUrl getSaveUrl(const QString &, const QString &, QString *) override { return choose(); }
     QUrl choice;
+    std::function<void()> whileChoosing;
+
+private:
+    [[nodiscard]] QUrl choose() const
+    {
+        const QUrl chosen = choice; // this may go with its window
+        if (const auto wait = whileChoosing)
+            wait();
+        return chosen;
+    }
 };
 
 /** Keeps what would be mailed. */
@@ -76,9 +86,8 @@ public:
                 whilePrinting();
         };
         world.chooseArchive = [this](const VelArchiveChoice &usual) -> std::optional<VelArchiveChoice> {
-            if (files->choice.isEmpty())
-                return std::nullopt;
-            return VelArchiveChoice{usual.date, files->choice};
+            const VelArchiveChoice choice{usual.date, files->getOpenUrl({}, {})};
+            return choice.url.isEmpty() ? std::nullopt : std::optional(choice);
         };
         world.edit = [this](VelEntryDialog &dialog) {
             if (edit)

@@ -107,6 +107,7 @@ private Q_SLOTS:
     void sessionShouldBringBackUnsavedChanges();
     void quitShouldTakeItsDataOffTheClipboard();
     void editorShouldWriteOnlyWhatIsAccepted();
+    void newEntryShouldBeOnTheDayOfTheSelectedOne();
     void onlyGuestsOutsideTheServerShouldBeMailed_data();
     void onlyGuestsOutsideTheServerShouldBeMailed();
     void keysShouldSwitchViews_data();
@@ -117,7 +118,8 @@ private Q_SLOTS:
     void reminderShouldLeadToItsDate();
     void pdfThatFailsShouldLeaveTheOldFile_data();
     void pdfThatFailsShouldLeaveTheOldFile();
-    void windowMayGoWhileItPrints();
+    void windowMayGoWhileItAsks_data();
+    void windowMayGoWhileItAsks();
     void printDialogMayGoWithTheWindow();
 
 private:
@@ -731,6 +733,22 @@ void VelMainWindowTest::editorShouldWriteOnlyWhatIsAccepted()
     QCOMPARE(session.tasks()->getEntry(0)->getTitle(), QStringLiteral("Task"));
 }
 
+void VelMainWindowTest::newEntryShouldBeOnTheDayOfTheSelectedOne()
+{
+    Session session;
+    const VelDateTime start = at(testDay().addDays(2), 9);
+    const VelEntry *selected = addEvent(session.doc(), QStringLiteral("Meeting"), start, start);
+    QVector<QDate> days;
+    session.edit = [&days](VelEntryDialog &dialog) { days.append(dialog.form().start.date()); };
+    for (const char *view : {"view_month", "view_7_day"}) {
+        session.trigger(view);
+        session.window->mainView()->getCurrentView()->setSelectedEntry(selected, true);
+        session.trigger("new_entry");
+        session.trigger("new_todo");
+    }
+    QCOMPARE(days, QVector<QDate>(4, start.date()));
+}
+
 void VelMainWindowTest::onlyGuestsOutsideTheServerShouldBeMailed_data()
 {
     QTest::addColumn<bool>("hasGuests");
@@ -833,13 +851,22 @@ void VelMainWindowTest::pdfThatFailsShouldLeaveTheOldFile()
     QVERIFY(isOpen); // to try another place
 }
 
-void VelMainWindowTest::windowMayGoWhileItPrints()
+void VelMainWindowTest::windowMayGoWhileItAsks_data()
 {
+    QTest::addColumn<QString>("action");
+    for (const char *action :
+         {"file_print", "file_open", "file_save_as", "file_import", "file_export", "file_archive"})
+        QTest::newRow(action) << QString::fromLatin1(action);
+}
+
+void VelMainWindowTest::windowMayGoWhileItAsks()
+{
+    QFETCH(QString, action);
     Session session;
-    session.whilePrinting = [&session] { delete session.window; };
-    session.trigger("file_print");
+    session.choose(copyOfExample(QStringLiteral("asked.xml")));
+    session.whilePrinting = session.files->whileChoosing = [&session] { delete session.window; };
+    session.window->getAction(action)->trigger();
     QVERIFY(!session.window);
-    QCOMPARE(session.printed.size(), 1);
 }
 
 void VelMainWindowTest::printDialogMayGoWithTheWindow()

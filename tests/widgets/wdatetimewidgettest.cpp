@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "widgets/wdatetimewidget.h"
+#include "widgets/wdatepickerframe.h"
 
 #include <KDateComboBox>
 #include <KTimeComboBox>
 
+#include <QCalendarWidget>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
@@ -26,6 +28,8 @@ private Q_SLOTS:
     void shouldTellOfChangesOnce();
     void shouldAskForTimesAlone();
     void shouldKeepTheTimeThatItHides();
+    void shouldTakeADayFromTheCalendar();
+    void shouldPlaceTheCalendarOnTheScreen();
 };
 
 void WDateTimeWidgetTest::shouldTakeTypedTextWhenComplete_data()
@@ -118,6 +122,36 @@ void WDateTimeWidgetTest::shouldKeepTheTimeThatItHides()
     QVERIFY(time->isVisible());
     QCOMPARE(input.getDateTime(), Start.addDays(1));
     QCOMPARE(time->time(), Start.time());
+}
+
+void WDateTimeWidgetTest::shouldTakeADayFromTheCalendar()
+{
+    WDateTimeWidget input(WDateTimeWidget::Kind::DateTime);
+    input.setDateTime(Start);
+    input.show();
+    for (const auto &[key, expected] :
+         {std::pair(Qt::Key_Escape, Start), std::pair(Qt::Key_Return, Start.addDays(7))}) {
+        QTest::keyClick(input.findChild<KDateComboBox *>(), Qt::Key_F4);
+        const auto *frame = input.findChild<WDatePickerFrame *>();
+        QVERIFY(frame->isVisible());
+        QWidget *focused = frame->focusWidget();
+        QTest::keyClick(focused, Qt::Key_Down);
+        QTest::keyClick(focused, key);
+        QVERIFY(!frame->isVisible());
+        QCOMPARE(input.getDateTime(), expected);
+    }
+}
+
+void WDateTimeWidgetTest::shouldPlaceTheCalendarOnTheScreen()
+{
+    const auto place = [](int x, int y, Qt::LayoutDirection direction) {
+        return WDatePickerFrame::placeFor({200, 150}, {x, y, 100, 20}, {1000, 0, 800, 500}, direction);
+    };
+    QCOMPARE(place(1200, 50, Qt::LeftToRight), QPoint(1200, 70));
+    QCOMPARE(place(1200, 50, Qt::RightToLeft), QPoint(1100, 70));
+    QCOMPARE(place(1200, 400, Qt::LeftToRight), QPoint(1200, 250)); // no room below
+    QCOMPARE(place(1010, 50, Qt::RightToLeft), QPoint(1000, 70));
+    QCOMPARE(place(1700, 50, Qt::LeftToRight), QPoint(1600, 70));
 }
 
 QTEST_MAIN(WDateTimeWidgetTest)

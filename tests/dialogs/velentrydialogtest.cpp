@@ -1,0 +1,144 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "dialogs/velentrydialog.h"
+
+#include "dialogs/veladdressbook.h"
+#include "support/fakeapp.h"
+#include "support/testcalendar.h"
+#include "widgets/wdatetimewidget.h"
+#include "widgets/wtimeinput.h"
+
+#include <QAbstractItemView>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+using namespace TestCalendar;
+using Box = QDialogButtonBox;
+
+namespace
+{
+struct Editor {
+    explicit Editor(const VelEntry &entry = makeEvent(QStringLiteral("Meeting"), march(2, 9), march(2, 10)))
+        : stored(add(app.doc, entry))
+        , dialog(app, *book, *stored, false, [this](const VelEntry &each) { told += each.getTitle(); })
+    {
+        dialog.show();
+    }
+
+    template <typename Child>
+    [[nodiscard]] Child *get(const char *name) const
+    {
+        return dialog.findChild<Child *>(QLatin1String(name));
+    }
+
+    FakeApp app{today()};
+    std::unique_ptr<VelAddressBook> book = VelAddressBook::create();
+    QString told;
+    const VelEntry *stored;
+    VelEntryDialog dialog;
+};
+} // namespace
+
+class VelEntryDialogTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void startAfterEndShouldLeaveTheEntryAlone();
+    void laterStartShouldTakeTheEndAlong();
+    void noTimesShouldHideTheTimes();
+    void everyApplyShouldWriteAgain();
+    void cancelShouldTakeBackAllButTheRecurrence();
+    void kindAndPeopleShouldDecideWhatIsOffered();
+};
+
+void VelEntryDialogTest::startAfterEndShouldLeaveTheEntryAlone()
+{
+    Editor editor;
+    const VelEntry expected = *editor.stored;
+    editor.get<QLineEdit>("title")->setText(QStringLiteral("Other"));
+    editor.get<WDateTimeWidget>("end")->setDateTime(march(2, 8, 59).toQDateTime());
+    for (const auto which : {Box::Ok, Box::Apply}) {
+        editor.get<Box>("buttons")->button(which)->click();
+        QCOMPARE(editor.app.fakeMessages.last().text,
+                 QStringLiteral("Start time may not be later than end time."));
+        QVERIFY(editor.dialog.isVisible());
+        QCOMPARE(*editor.stored, expected);
+        QVERIFY(editor.told.isEmpty() && !editor.app.doc.isModified());
+    }
+    QCOMPARE(editor.app.fakeMessages.errors().size(), 2);
+}
+
+void VelEntryDialogTest::laterStartShouldTakeTheEndAlong()
+{
+    const Editor editor;
+    for (const int hour : {11, 7}) {
+        editor.get<WDateTimeWidget>("start")->setDateTime(march(2, hour).toQDateTime());
+        QCOMPARE(editor.dialog.form().end, march(2, 12));
+    }
+}
+
+void VelEntryDialogTest::noTimesShouldHideTheTimes()
+{
+    const Editor editor;
+    for (const bool isHidden : {true, false}) {
+        editor.get<QAbstractButton>("noTimes")->click();
+        for (const char *name : {"start", "end"})
+            QCOMPARE(editor.get<QWidget>(name)->findChild<WTimeInput *>()->isVisible(), !isHidden);
+    }
+}
+
+void VelEntryDialogTest::everyApplyShouldWriteAgain()
+{
+    Editor editor;
+    for (const auto &[which, title] :
+         {std::pair(Box::Apply, "1"), std::pair(Box::Apply, "2"), std::pair(Box::Ok, "3")}) {
+        QVERIFY(editor.dialog.isVisible());
+        editor.app.doc.changeEntry(editor.stored->localid, [](VelEntry &entry) { entry.dirty = 0; });
+        editor.get<QLineEdit>("title")->setText(QLatin1String(title));
+        editor.get<Box>("buttons")->button(which)->click();
+        QCOMPARE(editor.stored->getTitle(), QLatin1String(title));
+        QCOMPARE(editor.stored->dirty, 1);
+    }
+    QVERIFY(!editor.dialog.isVisible() && editor.app.doc.isModified());
+    QCOMPARE(editor.told, QStringLiteral("123"));
+}
+
+void VelEntryDialogTest::cancelShouldTakeBackAllButTheRecurrence()
+{
+    VelEntry entry = makeEvent(QStringLiteral("Meeting"), march(2, 9), march(2, 10));
+    entry.rule = dailyRule(1, 3);
+    entry.dirty = 0;
+    for (const bool isUnticked : {false, true}) {
+        Editor editor(entry);
+        editor.get<QLineEdit>("title")->setText(QStringLiteral("Other"));
+        editor.get<QAbstractButton>("recurring")->setChecked(!isUnticked);
+        QCOMPARE(editor.get<QWidget>("setRecurrence")->isEnabled(), !isUnticked);
+        editor.get<Box>("buttons")->button(Box::Cancel)->click();
+        QCOMPARE(editor.stored->getTitle(), entry.getTitle());
+        QCOMPARE(editor.stored->rule, isUnticked ? VelRecurrenceRule() : entry.rule);
+        QCOMPARE(editor.stored->dirty, int(isUnticked));
+    }
+}
+
+void VelEntryDialogTest::kindAndPeopleShouldDecideWhatIsOffered()
+{
+    const Editor todo(makeTodo(QStringLiteral("Task"), today()));
+    QCOMPARE(todo.dialog.windowTitle(), QStringLiteral("To-Do task"));
+    Editor event;
+    QCOMPARE(event.dialog.windowTitle(), QStringLiteral("Event"));
+    QVERIFY(!event.get<QWidget>("planner")->isEnabled());
+    VelXmlContent content;
+    content.accounts = VelAccountList{VelAccount(QStringLiteral("Bo"), {}, 2)};
+    event.app.doc.readXml(content);
+    Q_EMIT event.app.accountsReady();
+    event.get<QAbstractItemView>("people")->selectAll();
+    Q_EMIT event.get<QAbstractItemView>("people")->doubleClicked({});
+    QVERIFY(event.get<QWidget>("planner")->isEnabled());
+}
+
+QTEST_MAIN(VelEntryDialogTest)
+
+#include "velentrydialogtest.moc"
