@@ -36,6 +36,14 @@ foreach(component ${DELMAST_KF_TARGETS})
   endif()
 endforeach()
 
+# Much comes with it, so it is used where it is installed and not asked for.
+find_package(Akonadi QUIET NAMES KPim${QT_MAJOR_VERSION}Akonadi KF${QT_MAJOR_VERSION}Akonadi)
+foreach(namespace KPim${QT_MAJOR_VERSION} KF${QT_MAJOR_VERSION})
+  if(TARGET ${namespace}::AkonadiCore AND NOT TARGET Akonadi::Core)
+    add_library(Akonadi::Core ALIAS ${namespace}::AkonadiCore)
+  endif()
+endforeach()
+
 find_package(EXPAT REQUIRED)
 
 # What the notifications play their sounds with has no package file of its own.

@@ -3,9 +3,19 @@
 
 #include "dialogs/veladdressbook.h"
 
+#ifdef DELMAST_HAVE_AKONADI
+#include "dialogs/velakonadiaddressbook.h"
+#include "dialogs/veljoinedaddressbook.h"
+#endif
 #include "dialogs/velvcardaddressbook.h"
 
 std::unique_ptr<VelAddressBook> VelAddressBook::create()
 {
-    return std::make_unique<VelVCardAddressBook>(VelVCardAddressBook::defaultFolder());
+    auto cards = std::make_unique<VelVCardAddressBook>(VelVCardAddressBook::defaultFolder());
+#ifdef DELMAST_HAVE_AKONADI
+    return std::make_unique<VelJoinedAddressBook>(std::make_unique<VelAkonadiAddressBook>(),
+                                                  std::move(cards));
+#else
+    return cards;
+#endif
 }

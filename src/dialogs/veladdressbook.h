@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QObject>
 #include <QString>
 #include <QVector>
 
@@ -22,16 +23,24 @@ struct VelAddressee {
  * An address book that is missing or cannot be read is an empty one: who picks people from it has the server's too,
  * and nobody wants a box about it each time.
  */
-class VelAddressBook
+class VelAddressBook : public QObject
 {
+    Q_OBJECT
 public:
-    virtual ~VelAddressBook() = default;
-
-    /** Everybody who has a name or an e-mail address. Reads them anew each time, so keep the answer. */
+    /**
+     * Everybody who has a name or an e-mail address, as far as they are known by now. May read them anew each time, so
+     * keep the answer until changed().
+     */
     [[nodiscard]] virtual QVector<VelAddressee> addressees() const = 0;
-    /** Stores one more; false when nobody was stored. */
+    /** Stores one more, now or soon; they are among the addressees at once. False when nobody will be stored. */
     [[nodiscard]] virtual bool add(const VelAddressee &addressee) = 0;
 
     /** The address book of this user. */
     [[nodiscard]] static std::unique_ptr<VelAddressBook> create();
+
+Q_SIGNALS:
+    /** The addressees have become others without add(). */
+    void changed();
+    /** Somebody whom add() had taken could not be stored after all. */
+    void notStored(const VelAddressee &addressee);
 };

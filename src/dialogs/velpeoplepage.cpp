@@ -33,6 +33,7 @@ VelPeoplePage::VelPeoplePage(VelAddressBook &book, QWidget *parent)
         connectTarget(target);
     connect(m_source, &VelPersonSource::selectionChanged, this, &VelPeoplePage::updateButtons);
     connect(m_source, &VelPersonSource::chosen, this, &VelPeoplePage::addChosen);
+    connect(&m_book, &VelAddressBook::notStored, this, &VelPeoplePage::sayNotStored);
     connect(m_newAttendee, &QPushButton::clicked, this, &VelPeoplePage::slotNewAddress);
     connect(m_planner, &QPushButton::clicked, this, &VelPeoplePage::plannerWanted);
     updateArrows();
@@ -181,8 +182,14 @@ void VelPeoplePage::addNew(const VelNewAccount &dialog)
     if (!dialog.isForAddressBook())
         return;
     if (!m_book.add(dialog.addressee()))
-        say(i18n("%1 could not be added to the address book.", account.name));
+        sayNotStored(dialog.addressee());
     m_source->refreshAddressBook();
+}
+
+void VelPeoplePage::sayNotStored(const VelAddressee &addressee)
+{
+    const QString &name = addressee.name.isEmpty() ? addressee.email : addressee.name;
+    say(i18n("%1 could not be added to the address book.", name));
 }
 
 void VelPeoplePage::slotListChanged()

@@ -17,6 +17,7 @@ class VelAddressBook;
 class VelNewAccount;
 class VelPersonList;
 class VelPersonSource;
+struct VelAddressee;
 
 /**
  * The page of the entry editor that says who takes part: on one side those to choose from, on the other the lists of
@@ -65,6 +66,7 @@ private:
     [[nodiscard]] Target &target(int role);
     void addChosen();
     void addNew(const VelNewAccount &dialog);
+    void sayNotStored(const VelAddressee &addressee);
     void slotListChanged();
     void updateArrows();
     void updateButtons();

@@ -12,6 +12,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QSet>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -31,6 +32,7 @@ VelPersonSource::VelPersonSource(const VelAddressBook &book, QWidget *parent)
     connect(m_view, &QTreeView::doubleClicked, this, &VelPersonSource::chosen);
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &VelPersonSource::selectionChanged);
+    connect(&m_book, &VelAddressBook::changed, this, &VelPersonSource::refreshAddressBook);
     // A new start of the model drops the selection without a word.
     connect(m_model, &VelPersonModel::modelReset, this, &VelPersonSource::selectionChanged);
 }
@@ -93,8 +95,13 @@ void VelPersonSource::slotSourceType(int source)
 void VelPersonSource::refreshAddressBook()
 {
     m_bookAccounts.reset();
-    if (m_sourceInput->currentIndex() == AddressBookSource)
-        slotSourceType(AddressBookSource);
+    if (m_sourceInput->currentIndex() != AddressBookSource)
+        return;
+    const VelAccountList selected = selectedAccounts();
+    m_model->setAccounts(addressBookAccounts());
+    select(selected);
+    if (!hasSelection())
+        selectFirst();
 }
 
 bool VelPersonSource::hasSelection() const
@@ -137,6 +144,25 @@ void VelPersonSource::selectFirst()
 {
     if (!m_searchInput->text().trimmed().isEmpty())
         m_view->setCurrentIndex(m_model->index(0, 0));
+}
+
+/** Those of @p accounts who are still in the list. */
+void VelPersonSource::select(const VelAccountList &accounts)
+{
+    QSet<QString> wanted;
+    for (const VelAccount &account : accounts)
+        wanted.insert(VelPersonDrag::toText(account));
+    QItemSelection rows;
+    for (int row = 0; row < m_model->rowCount() && !wanted.isEmpty(); ++row) {
+        const QModelIndex index = m_model->index(row, 0);
+        if (wanted.contains(VelPersonDrag::toText(m_model->account(row))))
+            rows.select(index, index);
+    }
+    if (rows.isEmpty())
+        return;
+    m_view->selectionModel()->select(rows, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    // The arrow keys go on from there.
+    m_view->selectionModel()->setCurrentIndex(rows.first().topLeft(), QItemSelectionModel::NoUpdate);
 }
 
 bool VelPersonSource::takeSearchKey(QKeyEvent *event)

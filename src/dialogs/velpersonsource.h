@@ -27,13 +27,13 @@ class VelPersonSource : public QWidget
 public:
     enum Source { ServerSource = 0, AddressBookSource = 1 };
 
-    /** @p book must outlive this; it is read when the user first asks for it. */
+    /** @p book must outlive this; it is read when the user first asks for it, and again when it changes. */
     explicit VelPersonSource(const VelAddressBook &book, QWidget *parent = nullptr);
 
     void setServerAccounts(const VelAccountList &accounts);
     /** Fills the list from that source; others leave it empty. */
     void slotSourceType(int source);
-    /** Reads the address book again, now or when it is next shown. */
+    /** Reads the address book again, now or when it is next shown. Search and selection stay. */
     void refreshAddressBook();
     [[nodiscard]] bool hasSelection() const;
     [[nodiscard]] VelAccountList selectedAccounts() const;
@@ -51,6 +51,7 @@ private:
     void makeLayout();
     void search(const QString &text);
     void selectFirst();
+    void select(const VelAccountList &accounts);
     [[nodiscard]] const VelAccountList &addressBookAccounts();
     [[nodiscard]] bool takeSearchKey(QKeyEvent *event);
 

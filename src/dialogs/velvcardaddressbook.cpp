@@ -129,15 +129,9 @@ VelAddressee fromCard(const KContacts::Addressee &card)
     return {card.realName().left(MaxText).simplified(), card.preferredEmail().left(MaxText).simplified()};
 }
 
-KContacts::Addressee toCard(const VelAddressee &addressee, const QString &uid)
+bool isNobody(const VelAddressee &addressee)
 {
-    KContacts::Addressee card;
-    card.setUid(uid);
-    card.setNameFromString(addressee.name);
-    card.setFormattedName(addressee.name);
-    if (!addressee.email.isEmpty())
-        card.addEmail(KContacts::Email(addressee.email));
-    return card;
+    return addressee.name.isEmpty() && addressee.email.isEmpty();
 }
 
 bool isGroup(const KContacts::Addressee &card)
@@ -157,34 +151,51 @@ QString VelVCardAddressBook::defaultFolder()
     return data + QLatin1String("/contacts");
 }
 
+QVector<VelAddressee> VelVCardAddressBook::fromCards(const QByteArray &bytes)
+{
+    QVector<VelAddressee> found;
+    const KContacts::Addressee::List cards = KContacts::VCardConverter().parseVCards(essentialLines(bytes));
+    for (const KContacts::Addressee &card : cards) {
+        const VelAddressee addressee = fromCard(card);
+        if (!isGroup(card) && !isNobody(addressee))
+            found.append(addressee);
+    }
+    return found;
+}
+
+QByteArray VelVCardAddressBook::toCard(const VelAddressee &addressee, const QString &uid)
+{
+    const VelAddressee clean = {addressee.name.simplified(), addressee.email.simplified()};
+    if (isNobody(clean))
+        return {};
+    KContacts::Addressee card;
+    card.setUid(uid);
+    card.setNameFromString(clean.name);
+    card.setFormattedName(clean.name);
+    if (!clean.email.isEmpty())
+        card.addEmail(KContacts::Email(clean.email));
+    return KContacts::VCardConverter().exportVCard(card, KContacts::VCardConverter::v3_0);
+}
+
 QVector<VelAddressee> VelVCardAddressBook::addressees() const
 {
     QVector<VelAddressee> found;
-    const KContacts::VCardConverter converter;
     const QFileInfoList files =
         QDir(m_folder).entryInfoList({QStringLiteral("*.vcf")}, QDir::Files, QDir::Name);
-    for (const QFileInfo &info : files) {
-        const QByteArray bytes = readFile(info);
-        const KContacts::Addressee::List cards = converter.parseVCards(essentialLines(bytes));
-        for (const KContacts::Addressee &card : cards) {
-            const VelAddressee addressee = fromCard(card);
-            if (!isGroup(card) && !(addressee.name.isEmpty() && addressee.email.isEmpty()))
-                found.append(addressee);
-        }
-    }
+    for (const QFileInfo &info : files)
+        found += fromCards(readFile(info));
     return found;
 }
 
 bool VelVCardAddressBook::add(const VelAddressee &addressee)
 {
-    const VelAddressee clean = {addressee.name.simplified(), addressee.email.simplified()};
-    if ((clean.name.isEmpty() && clean.email.isEmpty()) || !QDir().mkpath(m_folder))
-        return false;
     const QString uid = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    const QByteArray card = toCard(addressee, uid);
+    if (card.isEmpty() || !QDir().mkpath(m_folder))
+        return false;
     QSaveFile file(m_folder + QLatin1Char('/') + uid + QLatin1String(".vcf"));
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    const KContacts::VCardConverter converter;
-    file.write(converter.exportVCard(toCard(clean, uid), KContacts::VCardConverter::v3_0));
+    file.write(card);
     return file.commit();
 }

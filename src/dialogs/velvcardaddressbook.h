@@ -18,6 +18,11 @@ public:
     /** Where the desktop keeps this user's contacts. */
     [[nodiscard]] static QString defaultFolder();
 
+    /** The people of @p bytes that hold vCards, in their order; groups and nobodies are left out. */
+    [[nodiscard]] static QVector<VelAddressee> fromCards(const QByteArray &bytes);
+    /** The vCard 3.0 of somebody, with the id @p uid; empty for nobody. */
+    [[nodiscard]] static QByteArray toCard(const VelAddressee &addressee, const QString &uid);
+
     /**
      * The people of all files, those of one file in its order. Files that are no vCards, are not readable or have more
      * than MaxFileSize bytes are skipped, and so are cards of groups and of nobody.

@@ -1,11 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The Delmast Time authors
 // SPDX-License-Identifier: BSD-3-Clause
 
+#include "dialogs/veljoinedaddressbook.h"
+#include "dialogs/velpersonsource.h"
 #include "dialogs/velvcardaddressbook.h"
 
+#include <QComboBox>
 #include <QDir>
+#include <QLineEdit>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTreeView>
 
 #include <sys/stat.h>
 
@@ -28,6 +34,55 @@ void writeFile(const QString &path, const QByteArray &bytes)
     QCOMPARE(file.write(bytes), qint64(bytes.size()));
 }
 
+VelAddressee named(const char *name)
+{
+    return {QLatin1String(name), QLatin1String(name) + QLatin1String("@example.org")};
+}
+
+/** A book that keeps what it is given until it is told that this failed. */
+class FakeBook : public VelAddressBook
+{
+public:
+    explicit FakeBook(const QVector<VelAddressee> &addressees)
+        : people(addressees)
+    {
+    }
+    ~FakeBook() override
+    {
+        if (isGivingBack)
+            Q_EMIT notStored(people.last());
+    }
+    [[nodiscard]] QVector<VelAddressee> addressees() const override
+    {
+        ++reads;
+        return people;
+    }
+    [[nodiscard]] bool add(const VelAddressee &addressee) override
+    {
+        if (isWritable)
+            people.append(addressee);
+        return isWritable;
+    }
+    void fail(const VelAddressee &addressee)
+    {
+        people.removeOne(addressee);
+        Q_EMIT notStored(addressee);
+    }
+
+    QVector<VelAddressee> people;
+    bool isWritable = true;
+    bool isGivingBack = false; ///< the last, when it goes
+    mutable int reads = 0;
+};
+
+/** Two of them, joined: Anna and Bo, Bo and Cai. */
+struct Joined {
+    FakeBook *first = new FakeBook({named("Anna"), named("Bo")});
+    FakeBook *second = new FakeBook({named("bo"), named("Cai")});
+    VelJoinedAddressBook book{std::unique_ptr<VelAddressBook>(first),
+                              std::unique_ptr<VelAddressBook>(second)};
+};
+
 QByteArray card(const QByteArray &lines)
 {
     return "BEGIN:VCARD\r\nVERSION:3.0\r\n" + lines + "\r\nEND:VCARD\r\n";
@@ -46,6 +101,10 @@ private Q_SLOTS:
     void shouldNotHangOnACardMadeForIt();
     void shouldBeEmptyAndRefuseWhereNoFolderCanBe();
     void shouldUseTheContactsFolderOfTheUser();
+    void shouldShowTwoBooksAsOne();
+    void shouldKeepInTheSecondBookWhatTheFirstDoesNot();
+    void shouldKeepWhatTheFirstBookGivesBackAtItsEnd();
+    void shouldRefillTheListAndKeepSearchAndSelection();
 };
 
 void VelAddressBookTest::shouldReadBackWhatItWrote_data()
@@ -172,5 +231,83 @@ void VelAddressBookTest::shouldUseTheContactsFolderOfTheUser()
     QCOMPARE(contents(VelVCardAddressBook(folder)), QStringLiteral("Anna|"));
 }
 
-QTEST_GUILESS_MAIN(VelAddressBookTest)
+void VelAddressBookTest::shouldShowTwoBooksAsOne()
+{
+    Joined joined;
+    joined.second->people.append({QStringLiteral("Anna"), QStringLiteral("other@example.org")});
+    QCOMPARE(contents(joined.book),
+             QStringLiteral("Anna|Anna@example.org/Bo|Bo@example.org/Cai|Cai@example.org/"
+                            "Anna|other@example.org"));
+    // Each batch that comes from the first must not cost reading a folder; who asks later gets what is there then.
+    QString told;
+    connect(&joined.book, &VelAddressBook::changed, this, [&] { told = contents(joined.book); });
+    joined.first->people = {named("Dia")};
+    joined.second->people = {named("Eva")};
+    Q_EMIT joined.first->changed();
+    QCOMPARE(told,
+             QStringLiteral("Dia|Dia@example.org/bo|bo@example.org/Cai|Cai@example.org/"
+                            "Anna|other@example.org"));
+    QCOMPARE(joined.second->reads, 1);
+    QCOMPARE(joined.book.addressees(), (QVector<VelAddressee>{named("Dia"), named("Eva")}));
+}
+
+void VelAddressBookTest::shouldKeepInTheSecondBookWhatTheFirstDoesNot()
+{
+    Joined joined;
+    const QSignalSpy changes(&joined.book, &VelAddressBook::changed);
+    const QSignalSpy losses(&joined.book, &VelAddressBook::notStored);
+    QVERIFY(joined.book.add(named("Dia")));
+    QCOMPARE(joined.first->people.last(), named("Dia"));
+    QCOMPARE(joined.second->people.size(), 2);
+    joined.first->fail(named("Dia"));
+    QCOMPARE(joined.second->people.last(), named("Dia"));
+    QCOMPARE(changes.size(), 1);
+
+    joined.first->isWritable = false;
+    QVERIFY(joined.book.add(named("Eva")));
+    QCOMPARE(joined.second->people.last(), named("Eva"));
+    QVERIFY(losses.isEmpty());
+    joined.second->isWritable = false;
+    QVERIFY(!joined.book.add(named("Fia")));
+    joined.first->fail(named("Fia"));
+    QCOMPARE(losses.size(), 1);
+}
+
+void VelAddressBookTest::shouldKeepWhatTheFirstBookGivesBackAtItsEnd()
+{
+    const QTemporaryDir dir;
+    auto first = std::make_unique<FakeBook>(QVector<VelAddressee>{named("Anna")});
+    first->isGivingBack = true;
+    auto cards = std::make_unique<VelVCardAddressBook>(dir.path());
+    auto book = std::make_unique<VelJoinedAddressBook>(std::move(first), std::move(cards));
+    bool isAsked = false;
+    connect(book.get(), &VelAddressBook::changed, this, [&isAsked] { isAsked = true; });
+    book.reset();
+    QCOMPARE(contents(VelVCardAddressBook(dir.path())), QStringLiteral("Anna|Anna@example.org"));
+    QVERIFY(!isAsked);
+}
+
+void VelAddressBookTest::shouldRefillTheListAndKeepSearchAndSelection()
+{
+    FakeBook book({named("Anna"), named("Bo Ek"), named("Cai Ek")});
+    VelPersonSource source(book);
+    source.findChild<QComboBox *>()->setCurrentIndex(VelPersonSource::AddressBookSource);
+    auto *search = source.findChild<QLineEdit *>();
+    auto *view = source.findChild<QTreeView *>();
+    search->setText(QStringLiteral("ek"));
+    view->setCurrentIndex(view->model()->index(1, 0));
+    book.people.prepend(named("Ada Ek"));
+    Q_EMIT book.changed();
+    QCOMPARE(view->model()->rowCount(), 3);
+    QCOMPARE(search->text(), QStringLiteral("ek"));
+    QCOMPARE(source.selectedAccounts().size(), 1);
+    QCOMPARE(source.selectedAccounts().first().name, QStringLiteral("Cai Ek"));
+    QCOMPARE(view->currentIndex().row(), 2);
+    // Who is gone is not selected; Return takes the best match again.
+    book.people.removeLast();
+    Q_EMIT book.changed();
+    QCOMPARE(source.selectedAccounts().first().name, QStringLiteral("Ada Ek"));
+}
+
+QTEST_MAIN(VelAddressBookTest)
 #include "veladdressbooktest.moc"
