@@ -25,6 +25,10 @@ public:
     [[nodiscard]] int depth() const { return m_depth; }
     /** True inside an element that is passed over. */
     [[nodiscard]] bool isSkipping() const { return m_skipFrom != 0; }
+    [[nodiscard]] std::size_t recordCount() const
+    {
+        return m_content.count() + (m_content.rights ? m_content.rights->size() : 0);
+    }
     [[nodiscard]] VelXmlContent takeContent() { return std::move(m_content); }
 
 private:

@@ -53,6 +53,7 @@ public:
     bool finish();
     [[nodiscard]] QString errorMessage() const;
     [[nodiscard]] XML_Parser expat() const { return m_expat.get(); }
+    [[nodiscard]] std::size_t recordCount() const { return m_builder.recordCount(); }
     [[nodiscard]] VelXmlContent takeContent() { return m_builder.takeContent(); }
 
 private:
@@ -257,6 +258,11 @@ qint64 VelXmlReader::errorLine() const
 qint64 VelXmlReader::errorColumn() const
 {
     return static_cast<qint64>(XML_GetCurrentColumnNumber(m_parser->expat()));
+}
+
+std::size_t VelXmlReader::recordCount() const
+{
+    return m_parser->recordCount();
 }
 
 VelXmlContent VelXmlReader::takeContent()

@@ -66,6 +66,9 @@ public:
     [[nodiscard]] qint64 errorLine() const;
     [[nodiscard]] qint64 errorColumn() const;
 
+    /** How many entries, accounts and rights have been read so far. */
+    [[nodiscard]] std::size_t recordCount() const;
+
     /** What was read. Only whole documents count: call it after finish() succeeded. */
     [[nodiscard]] VelXmlContent takeContent();
 

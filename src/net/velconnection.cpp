@@ -1,0 +1,245 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "net/velconnection.h"
+
+#include "document/veldoc.h"
+#include "model/velsettings.h"
+
+#include <KLocalizedString>
+
+#include <QLoggingCategory>
+#include <QPointer>
+#include <QSslSocket>
+
+Q_LOGGING_CATEGORY(netLog, "delmasttime.net", QtWarningMsg)
+
+namespace
+{
+/** What the server says with the code of an error. */
+enum ServerError { BadCredentials = 1, AccessDenied, Maintenance, ServerFault, Incompatible };
+
+QString serverErrorText(int code)
+{
+    switch (code) {
+    case BadCredentials:
+        return i18n("Invalid username or password.");
+    case AccessDenied:
+        return i18n("Access denied.");
+    case Maintenance:
+        return i18n("Server temporarily unavailable due to maintenance. Try again later.");
+    case ServerFault:
+        return i18n("Server error. Contact the server administrator.");
+    case Incompatible:
+        return i18n(
+            "Client version is incompatible with the server. Please upgrade client to a newer version.");
+    default:
+        return i18n("Unknown error: %1", QString::number(code));
+    }
+}
+} // namespace
+
+VelConnection::VelConnection(const VelDoc &doc, const VelSettings &settings, VelTrust *trust, QObject *parent)
+    : QObject(parent)
+    , m_doc(doc)
+    , m_settings(settings)
+    , m_trust(trust)
+{
+    m_silence.setSingleShot(true);
+    m_silence.setInterval(SilenceLimit);
+    connect(&m_silence, &QTimer::timeout, this, &VelConnection::slotSilence);
+}
+
+VelConnection::~VelConnection()
+{
+    dropSocket();
+}
+
+bool VelConnection::isConfigured() const
+{
+    return !m_settings.server.isEmpty() && !m_settings.user.isEmpty();
+}
+
+VelConnection::Peer VelConnection::wantedPeer() const
+{
+    return {m_settings.server, m_settings.port, m_settings.encrypt};
+}
+
+void VelConnection::netTask(int type, const QString &argument, bool quiet)
+{
+    if (!isConfigured()) {
+        clearNet();
+        return;
+    }
+    if (type == VelNetTask::Sync && m_doc.getAccounts().isEmpty() && !m_isUserListReceived) {
+        const QPointer<VelConnection> self(this);
+        netTask(VelNetTask::UserList, {}, false);
+        if (!self)
+            return;
+    }
+    if (m_phase != Phase::Idle || !m_queue.empty())
+        m_queue.push_back({type, argument, quiet});
+    else
+        startConnect(type, argument, quiet);
+}
+
+void VelConnection::startConnect(int type, const QString &argument, bool quiet)
+{
+    m_current = {type, argument, quiet};
+    if (isOpen() && m_peer == wantedPeer()) {
+        m_isReused = true;
+        slotSocketSend();
+    } else {
+        openSocket();
+    }
+}
+
+void VelConnection::startNext()
+{
+    const QPointer<VelConnection> self(this);
+    if (!isConfigured() && !m_queue.empty()) {
+        m_queue.clear();
+        Q_EMIT queueDropped();
+        if (!self || m_phase != Phase::Idle)
+            return;
+    }
+    if (m_queue.empty()) {
+        Q_EMIT queueEmpty();
+        return;
+    }
+    const VelNetTask next = m_queue.front();
+    m_queue.pop_front();
+    startConnect(next.type, next.argument, next.quiet);
+}
+
+void VelConnection::setNetStatus(NetStatus status)
+{
+    if (m_netStatus == status)
+        return;
+    m_netStatus = status;
+    Q_EMIT netStatusChanged(status);
+}
+
+void VelConnection::clearNet()
+{
+    switch (m_phase) {
+    case Phase::Idle:
+        startNext();
+        break;
+    case Phase::Connecting:
+    case Phase::Sent:
+        // What the server still sends must not become the answer to the next request.
+        dropSocket();
+        failTask({}, true);
+        break;
+    case Phase::Asking:
+    case Phase::Held:
+    case Phase::Ending:
+        break;
+    }
+}
+
+void VelConnection::finishTask()
+{
+    if (m_phase == Phase::Held)
+        endTask(true);
+}
+
+void VelConnection::disconnectFromServer()
+{
+    if (m_phase == Phase::Connecting || m_phase == Phase::Sent) {
+        clearNet();
+    } else if (m_socket) {
+        dropSocket();
+        setNetStatus(NoConnection);
+    }
+}
+
+/** Ends the current task, after a message if there is one. */
+void VelConnection::failTask(const QString &message, bool quiet)
+{
+    m_phase = Phase::Ending;
+    m_silence.stop();
+    const QPointer<VelConnection> self(this);
+    if (!message.isEmpty()) {
+        if (m_current.quiet)
+            m_lastQuietFailure = message;
+        Q_EMIT failed(message, quiet);
+        if (!self)
+            return;
+    }
+    endTask(false);
+}
+
+void VelConnection::endTask(bool isGood)
+{
+    m_phase = Phase::Ending;
+    const QPointer<VelConnection> self(this);
+    const int type = m_current.type;
+    if (!m_socket)
+        setNetStatus(NoConnection);
+    if (self && !isGood)
+        Q_EMIT taskFailed(type);
+    if (self)
+        Q_EMIT taskEnded(type);
+    if (!self)
+        return;
+    m_current = {};
+    m_sent.clear();
+    m_reader.reset();
+    m_phase = Phase::Idle;
+    startNext();
+}
+
+void VelConnection::takeAnswer()
+{
+    m_phase = Phase::Held;
+    m_silence.stop();
+    std::optional<VelXmlContent> read = m_reader->takeContent();
+    if (!read) {
+        qCWarning(netLog).noquote() << m_reader->errorText();
+        failTask(i18n("Error receiving data from server."), false);
+        return;
+    }
+    const auto content = std::make_shared<VelXmlContent>(std::move(*read));
+    const VelSentEntries sent = std::move(m_sent);
+    if (content->error && !tellServerError(*content->error))
+        return;
+    m_lastQuietFailure.clear();
+    m_isUserListReceived = m_isUserListReceived || m_current.type == VelNetTask::UserList;
+    Q_EMIT answered(m_current.type, content, sent);
+}
+
+/**
+ * Tells what the server complains about. True when the answer is to be processed all the same: only what a code of
+ * its own stands for makes it void. Then, and only then, is the connection sure to be still there.
+ */
+bool VelConnection::tellServerError(int code)
+{
+    const QPointer<VelConnection> self(this);
+    m_phase = Phase::Ending;
+    const QString message = serverErrorText(code);
+    if (m_current.quiet)
+        m_lastQuietFailure = message;
+    Q_EMIT failed(message, m_current.quiet);
+    if (!self)
+        return false;
+    if (code > 0) {
+        endRefused(code);
+        return false;
+    }
+    m_phase = Phase::Held;
+    return true;
+}
+
+void VelConnection::endRefused(int code)
+{
+    const QPointer<VelConnection> self(this);
+    m_queue.clear();
+    dropSocket();
+    Q_EMIT queueDropped();
+    if (self)
+        endTask(false);
+    if (self && code == AccessDenied)
+        Q_EMIT accessDenied();
+}

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "model/velentry.h"
+#include "model/velnettask.h"
+
+#include <QByteArray>
+
+#include <map>
+
+class VelDoc;
+class VelSettings;
+
+/** The entries that a synchronisation sent, as they were then, by local id. */
+using VelSentEntries = std::map<quint32, VelEntry>;
+
+/** A message to the server, and what must be known of it when the answer comes. */
+struct VelRequest {
+    QByteArray bytes;
+    VelSentEntries sent; ///< empty unless it is a synchronisation
+};
+
+/**
+ * Writes the messages to the server: XML in ISO-8859-15, ended by one byte that occurs nowhere inside.
+ *
+ * Every message carries the user's name and the digest of the password, a synchronisation every entry that was
+ * changed here, and the others the task's argument.
+ */
+namespace VelRequestWriter
+{
+/** Ends every message, in both directions. */
+constexpr char Terminator = 0x1A;
+
+[[nodiscard]] VelRequest write(const VelNetTask &task, const VelSettings &settings, const VelDoc &doc);
+} // namespace VelRequestWriter
