@@ -34,6 +34,7 @@ void openFirstWindow(const QStringList &arguments)
     window->openDocumentFile(isForeign ? QUrl() : url);
     if (isForeign)
         window->fileCommands()->importFile(url);
+    window->slotAutoSync();
 }
 } // namespace
 

@@ -85,13 +85,6 @@ void VelActions::connect(QAction *action, Slot slot)
     QObject::connect(action, &QAction::triggered, m_window, slot);
 }
 
-/** For what the program cannot do yet. */
-QAction *VelActions::later(QAction *action)
-{
-    action->setEnabled(false);
-    return action;
-}
-
 void VelActions::makeFileActions()
 {
     connect(add("file_new_window", i18n("New &Window"), "window_new", i18n("Opens a new calendar window")),
@@ -103,8 +96,9 @@ void VelActions::makeFileActions()
                i18n("Opens an existing calendar"));
     openRecent = KStandardAction::openRecent(m_window, &VelMainWindow::slotFileOpenRecent, m_collection);
     withStatus(openRecent, i18n("Opens a recently used calendar file"));
-    later(add("file_remote", i18n("Open Remote &Calendar..."), "remotecalendar",
-              i18n("Opens a calendar from the server")));
+    connect(add("file_remote", i18n("Open Remote &Calendar..."), "remotecalendar",
+                i18n("Opens a calendar from the server")),
+            &VelMainWindow::slotFileRemote);
     save = KStandardAction::save(m_window, &VelMainWindow::slotFileSave, m_collection);
     withStatus(save, i18n("Saves the actual calendar"));
     withStatus(KStandardAction::saveAs(m_window, &VelMainWindow::slotFileSaveAs, m_collection),
@@ -185,9 +179,11 @@ void VelActions::makeEntryActions()
     connect(del, &VelMainWindow::slotEditDelete);
     purge = add("purge_todo", i18n("&Purge To-Do Tasks"), "edittrash", i18n("Remove completed To-Do tasks"));
     connect(purge, &VelMainWindow::slotPurgeCompleted);
-    later(addWithKey("synchronize", i18n("&Synchronize"), "synchronize", Qt::Key_S,
-                     i18n("Synchronize calendar with the server")));
-    later(add("changepass", i18n("&Change Password..."), "password", i18n("Change password on the server")));
+    synchronize = addWithKey("synchronize", i18n("&Synchronize"), "synchronize", Qt::Key_S,
+                             i18n("Synchronize calendar with the server"));
+    connect(synchronize, &VelMainWindow::slotSynchronize);
+    connect(add("changepass", i18n("&Change Password..."), "password", i18n("Change password on the server")),
+            &VelMainWindow::slotChangePass);
 }
 
 void VelActions::makeSettingsActions()

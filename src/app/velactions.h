@@ -35,6 +35,7 @@ public:
     QAction *paste = nullptr;
     QAction *del = nullptr;
     QAction *purge = nullptr;
+    QAction *synchronize = nullptr;
     QAction *newEntry = nullptr;
     QAction *newTodo = nullptr;
     QAction *editEntry = nullptr;
@@ -48,7 +49,6 @@ private:
     QAction *add(const char *name, const QString &text, const char *icon, const QString &status);
     QAction *addWithKey(const char *name, const QString &text, const char *icon, Qt::Key key,
                         const QString &status);
-    QAction *later(QAction *action);
     template <typename Slot>
     void connect(QAction *action, Slot slot);
 

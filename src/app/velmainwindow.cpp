@@ -9,12 +9,14 @@
 #include "app/velfilechooser.h"
 #include "app/velfilecommands.h"
 #include "app/velmailer.h"
+#include "app/velnetwork.h"
 #include "app/velonlinewidget.h"
 #include "app/velprintdialogs.h"
 #include "app/veltray.h"
 #include "app/velundo.h"
 #include "document/veldoc.h"
 #include "hub/velmessageboxes.h"
+#include "net/veltrust.h"
 #include "views/velmainview.h"
 
 #include <KLocalizedString>
@@ -49,6 +51,8 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
     , m_print(std::move(surroundings.print))
     , m_chooseArchive(std::move(surroundings.chooseArchive))
     , m_alerts(std::move(surroundings.alerts))
+    , m_askPassword(std::move(surroundings.askPassword))
+    , m_ask(std::move(surroundings.ask))
 {
     setObjectName(QStringLiteral("VelMainWindow#"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -74,6 +78,7 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
                                       VelLook::defaults(palette()));
     initDocument();
     initUndo();
+    initNetwork();
     initAlarm();
     const VelWindowOptions options =
         VelConfiguration::readOptions(VelConfiguration::generalOptions(applicationConfig()));
@@ -84,10 +89,13 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
     setCutCopy(nullptr, false);
     slotClipboardChanged();
     setAutoSaveTimer();
+    m_network->setAutoSyncTimer();
+    netTask(VelNetTask::UserList, {}, true);
 }
 
 VelMainWindow::~VelMainWindow()
 {
+    m_network.reset();
     m_undo.reset();
     // No reminder may be answered any more, and the views take their leave of the document, which goes last.
     m_alarm.reset();
@@ -121,7 +129,7 @@ void VelMainWindow::initDocument()
         *m_messages, m_settings, nullptr, [this] { return today(); }, m_now);
     connect(m_doc, &VelDoc::modifiedChanged, this, [this](bool modified) {
         m_actions->save->setEnabled(modified);
-        setCaption(m_doc->URL().fileName(), modified);
+        setCaption(captionText(), modified);
     });
     connect(m_doc, &VelDoc::urlChanged, this, &VelMainWindow::updateCaption);
     connect(m_doc, &VelDoc::editLockWanted, this, &VelMainWindow::setEditLock);
@@ -179,7 +187,10 @@ VelWindowOptions VelMainWindow::currentOptions() const
     options.splitterSizes1 = m_view->getSplitter1Sizes();
     options.splitterSizes2 = m_view->getSplitter2Sizes();
     options.docked = m_tray->isShown();
-    options.docUrl = m_doc->isUntitled() ? QUrl() : m_doc->URL();
+    // A look at somebody else's calendar is not what is wanted back at the next start.
+    const KConfigGroup stored = VelConfiguration::generalOptions(applicationConfig());
+    const QUrl untitled = isRemote() ? VelConfiguration::readOptions(stored).docUrl : QUrl();
+    options.docUrl = m_doc->isUntitled() ? untitled : m_doc->URL();
     return options;
 }
 
@@ -224,6 +235,9 @@ void VelMainWindow::updateEditActions()
     m_actions->import->setEnabled(mayEdit());
     m_actions->newEntry->setEnabled(mayEdit());
     m_actions->newTodo->setEnabled(mayEdit());
+    // Somebody at work on an entry holds the lock of a calendar that could be changed.
+    m_actions->synchronize->setEnabled(!m_network->isSynchronizing()
+                                       && (!m_editLock || !m_doc->isWritable()));
     m_undo->updateActions();
     slotClipboardChanged();
 }
@@ -241,14 +255,16 @@ void VelMainWindow::slotStatusMsg(const QString &text)
     m_statusText->repaint();
 }
 
-void VelMainWindow::setNetStatus(int status)
+QString VelMainWindow::captionText() const
 {
-    m_onlineWidget->setNetStatus(static_cast<VelOnlineWidget::NetStatus>(status));
+    const QString person = isRemote() ? getAccountName(m_doc->getUserId()) : QString();
+    return person.isEmpty() ? m_doc->URL().fileName()
+                            : i18nc("title of a window: whose calendar it shows", "Calendar of %1", person);
 }
 
 void VelMainWindow::updateCaption()
 {
-    setCaption(m_doc->URL().fileName(), m_doc->isModified());
+    setCaption(captionText(), m_doc->isModified());
 }
 
 void VelMainWindow::openDocumentFile(const QUrl &url)
@@ -272,6 +288,7 @@ void VelMainWindow::updateAll()
 {
     m_view->updateColors();
     setAutoSaveTimer();
+    m_network->setAutoSyncTimer();
     const QList<QWidget *> widgets = findChildren<QWidget *>();
     for (QWidget *widget : widgets)
         widget->update();
@@ -285,33 +302,6 @@ void VelMainWindow::takePreferences(const VelSettings &settings, const VelLook &
     updateAll();
     if (isOtherWeek)
         m_view->setMainView(m_view->viewType(), m_view->viewSize());
-}
-
-void VelMainWindow::slotAutoSave()
-{
-    setAutoSaveTimer();
-    if (!m_doc->isModified() || m_doc->isUntitled())
-        return;
-    // A failure is told once in a box and from then on in the status bar, until a save succeeds.
-    if (!m_autoSaveFailed && !m_doc->hasDeclinedOverwrite())
-        slotFileSave();
-    else
-        m_doc->saveQuietly();
-    const bool hadFailed = m_autoSaveFailed;
-    m_autoSaveFailed = m_doc->isModified();
-    if (m_autoSaveFailed)
-        slotStatusMsg(i18n("The calendar could not be saved automatically. Please save it yourself."));
-    else if (hadFailed)
-        slotStatusMsg(i18n("Ready."));
-}
-
-bool VelMainWindow::queryClose()
-{
-    m_view->finishInput();
-    if (!m_doc->saveModified())
-        return false;
-    saveOptions();
-    return true;
 }
 
 void VelMainWindow::showOrDock()

@@ -11,6 +11,7 @@
 #include "dialogs/veladdressbook.h"
 #include "document/velmessages.h"
 #include "hub/velapp.h"
+#include "net/velmerge.h"
 
 #include <QPointer>
 #include <QTimer>
@@ -25,9 +26,12 @@ class VelEntryDialog;
 class VelEntryInfo;
 class VelAlarm;
 class VelMainView;
+class VelNetwork;
 class VelOnlineWidget;
 class VelPreferences;
+class VelRemoteCalendarDialog;
 class VelTray;
+class VelTrust;
 class VelUndo;
 
 /** What a window asks of the world, so that a test can be that world. Null members stand for the usual. */
@@ -43,6 +47,10 @@ struct VelSurroundings {
     /** Chooses what to archive, in place of the dialog. */
     std::function<std::optional<VelArchiveChoice>(const VelArchiveChoice &)> chooseArchive = {};
     std::unique_ptr<VelAlertSurface> alerts = {};
+    /** Asks for the new password, given the old digest; none when that was cancelled. In place of the dialog. */
+    std::function<std::optional<QString>(const QString &)> askPassword = {};
+    /** Answers an invitation that came with a synchronisation, in place of the viewer. */
+    std::function<std::optional<int>(const VelMerge::Question &)> ask = {};
 };
 
 /** The main window: one calendar, its views, and every command. Deletes itself when it is closed. */
@@ -65,6 +73,8 @@ public:
     void printOut(VelPrintout &printout) override;
     void netTask(int type, const QString &argument, bool quiet) override;
     [[nodiscard]] const VelEntry *getReceivedEntry(quint32 globalid) const override;
+    void testConnection(const VelSettings &settings,
+                        const std::function<void(const VelConnectionResult &)> &done) override;
     void setCutCopy(const VelEntry *selected, bool isSelected) override;
     void setEditLock(bool locked) override;
     [[nodiscard]] bool isEditLocked() const { return m_editLock; }
@@ -73,6 +83,7 @@ public:
 
     [[nodiscard]] VelMainView *mainView() const { return m_view; }
     [[nodiscard]] VelFileCommands *fileCommands() const { return m_fileCommands.get(); }
+    [[nodiscard]] VelNetwork *network() const { return m_network.get(); }
     void setNetStatus(int status);
 
     /** Opens @p url, or, when it is empty, the calendar that was open when the program last ended. */
@@ -91,6 +102,9 @@ public Q_SLOTS:
     void slotFileNew();
     void slotFileOpen();
     void slotFileOpenRecent(const QUrl &url);
+    void slotFileRemote();
+    /** Opens the calendar of that user of the server in a window of its own, which is returned. */
+    VelMainWindow *openRemote(quint32 userid);
     void slotFileSave();
     void slotFileSaveAs();
     void slotFileImport();
@@ -116,6 +130,9 @@ public Q_SLOTS:
     void slotEditEntry();
     void slotViewEntry();
     void slotPurgeCompleted();
+    void slotSynchronize();
+    void slotAutoSync();
+    void slotChangePass();
     void slotPreferences();
     void slotAccels();
     void slotToolbar();
@@ -136,15 +153,26 @@ private:
     void initDocument();
     void initAlarm();
     void initUndo();
+    void initNetwork();
     void initView(const VelWindowOptions &options);
     void readOptions(const VelWindowOptions &options);
     [[nodiscard]] VelWindowOptions currentOptions() const;
     void buildGui();
     void rebuildGui();
     void setAutoSaveTimer();
+    void applyPreferences(const VelSettings &settings, const VelLook &look);
     void takePreferences(const VelSettings &settings, const VelLook &look);
+    [[nodiscard]] QString captionText() const;
     void updateCaption();
     void updateEditActions();
+    bool saveByItself();
+    [[nodiscard]] bool waitsForNetwork();
+    void finishMerge(const VelMerge::Report &report);
+    void closeDenied();
+    [[nodiscard]] bool isRemote() const;
+    [[nodiscard]] std::optional<int> askAbout(const VelMerge::Question &question);
+    [[nodiscard]] std::optional<int> runEntryInfo(const VelEntry &entry, VelAnswer::Mode mode,
+                                                  const QString &text, bool mayAnswer);
     bool applyAnswer(quint32 localid, int answer);
     [[nodiscard]] QDate dayOfNew() const;
     [[nodiscard]] bool isStored(const VelEntry &entry) const;
@@ -165,14 +193,21 @@ private:
     VelDoc *m_doc = nullptr;
     VelMainView *m_view = nullptr;
     VelPreferences *m_preferences = nullptr;
+    QString m_shownPass; // digest that the preferences were given
     QLabel *m_statusText = nullptr;
     VelOnlineWidget *m_onlineWidget = nullptr;
     std::unique_ptr<VelActions> m_actions;
     std::unique_ptr<VelFileCommands> m_fileCommands;
     std::unique_ptr<VelTray> m_tray;
     std::unique_ptr<VelUndo> m_undo;
+    std::unique_ptr<VelTrust> m_trust;
+    std::unique_ptr<VelNetwork> m_network;
+    std::function<std::optional<QString>(const QString &)> m_askPassword;
+    std::function<std::optional<int>(const VelMerge::Question &)> m_ask;
+    VelRemoteCalendarDialog *m_remoteDialog = nullptr; // made when it is first needed
     QPointer<VelEntryInfo> m_entryInfo; // goes with the window too
     QTimer m_autoSaveTimer;
     bool m_editLock = false;
+    bool m_closing = false; // the window goes when the server has answered
     bool m_autoSaveFailed = false; // and the user has been told
 };

@@ -77,12 +77,3 @@ void VelMainWindow::showEntryDialog(const VelEntry &entry, bool isNew)
     delete dialog.data();
     setEditLock(false);
 }
-
-void VelMainWindow::netTask(int, const QString &, bool)
-{
-}
-
-const VelEntry *VelMainWindow::getReceivedEntry(quint32) const
-{
-    return nullptr;
-}

@@ -15,6 +15,7 @@
 #include "document/velmessages.h"
 #include "document/velstep.h"
 #include "hub/velprintout.h"
+#include "model/velnettask.h"
 #include "views/velmainview.h"
 
 #include <KEditToolBar>
@@ -213,17 +214,28 @@ bool VelMainWindow::applyAnswer(quint32 localid, int answer)
     return VelAnswer::apply(*m_doc, localid, answer);
 }
 
-int VelMainWindow::showEntryInfo(const VelEntry &entry, VelAnswer::Mode mode, const QString &text)
+/** The answer, Unanswered for none; nothing when the viewer was closed without one. */
+std::optional<int> VelMainWindow::runEntryInfo(const VelEntry &entry, VelAnswer::Mode mode,
+                                               const QString &text, bool mayAnswer)
 {
     delete m_entryInfo;
-    auto *info = new VelEntryInfo(entry, this, mode, text);
+    auto *info = new VelEntryInfo(entry, this, mode, text, mayAnswer);
     m_entryInfo = info;
-    const quint32 localid = isStored(entry) ? m_doc->getOriginalEntry(&entry)->localid : 0;
     connect(m_doc, &VelDoc::contentsReplaced, info, &QDialog::reject);
     const QPointer<VelEntryInfo> shown(info);
     const bool isAccepted = shown->exec() == QDialog::Accepted && shown;
-    const int answer = isAccepted ? shown->getAnswer() : int(VelAccount::Unanswered);
+    const std::optional<int> answer = isAccepted ? std::optional(shown->getAnswer()) : std::nullopt;
     delete shown.data();
+    return answer;
+}
+
+int VelMainWindow::showEntryInfo(const VelEntry &entry, VelAnswer::Mode mode, const QString &text)
+{
+    const quint32 localid = isStored(entry) ? m_doc->getOriginalEntry(&entry)->localid : 0;
+    const QPointer<VelMainWindow> self(this);
+    const int answer = runEntryInfo(entry, mode, text, mayEdit()).value_or(VelAccount::Unanswered);
+    if (!self)
+        return VelAccount::Unanswered;
     if (answer != VelAccount::Unanswered && mayEdit() && applyAnswer(localid, answer)) {
         if (answer == VelAccount::Declined)
             m_view->getCurrentView()->clearSelectedEntry(false);
@@ -269,22 +281,34 @@ void VelMainWindow::slotPurgeCompleted()
                              5000);
 }
 
+/** They are the user's: a window that kept its own would write them over these when it closes. */
+void VelMainWindow::applyPreferences(const VelSettings &settings, const VelLook &look)
+{
+    VelSettings wanted = settings;
+    const bool isOtherAccount = settings.server != m_settings.server || settings.user != m_settings.user;
+    // The server may have told, or taken, these while the dialog was open.
+    wanted.origUserid = isOtherAccount ? 0 : m_settings.origUserid;
+    if (settings.pass == m_shownPass)
+        wanted.pass = m_settings.pass;
+    m_shownPass = settings.pass;
+    const QList<KMainWindow *> windows = memberList();
+    for (KMainWindow *each : windows) {
+        if (auto *window = qobject_cast<VelMainWindow *>(each))
+            window->takePreferences(wanted, look);
+    }
+    saveOptions();
+    if (isOtherAccount)
+        netTask(VelNetTask::UserList, {}, true);
+}
+
 void VelMainWindow::slotPreferences()
 {
     if (!m_preferences) {
         KConfig *config = KSharedConfig::openConfig().data();
         m_preferences = new VelPreferences(this, VelConfiguration::generalOptions(config));
-        connect(m_preferences, &VelPreferences::settingsChanged, this,
-                [this](const VelSettings &settings, const VelLook &look) {
-                    // They are the user's: a window that kept its own would write them over these when it closes.
-                    const QList<KMainWindow *> windows = memberList();
-                    for (KMainWindow *each : windows) {
-                        if (auto *window = qobject_cast<VelMainWindow *>(each))
-                            window->takePreferences(settings, look);
-                    }
-                    saveOptions();
-                });
+        connect(m_preferences, &VelPreferences::settingsChanged, this, &VelMainWindow::applyPreferences);
     }
+    m_shownPass = m_settings.pass;
     m_preferences->refresh(m_settings, m_look);
     m_preferences->show();
 }

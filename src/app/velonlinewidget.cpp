@@ -45,7 +45,22 @@ VelOnlineWidget::VelOnlineWidget(QWidget *parent)
 void VelOnlineWidget::setNetStatus(NetStatus status)
 {
     m_status = status;
-    setToolTip(statusText(status));
-    setAccessibleName(statusText(status));
+    updateText();
     setIcon(VelApp::getIcon(pixmapName(status)));
+}
+
+void VelOnlineWidget::setFailure(const QString &text)
+{
+    m_failure = text;
+    updateText();
+}
+
+void VelOnlineWidget::updateText()
+{
+    QString text = statusText(m_status);
+    if (!m_failure.isEmpty())
+        text = i18nc("state of the connection, and why the last attempt failed",
+                     "%1\nThe last attempt failed: %2", text, m_failure);
+    setToolTip(text);
+    setAccessibleName(text);
 }

@@ -15,8 +15,13 @@ public:
     explicit VelOnlineWidget(QWidget *parent);
 
     void setNetStatus(NetStatus status);
+    /** Why the server could not be reached without anybody asking; empty when it could. Adds to the tool tip. */
+    void setFailure(const QString &text);
     [[nodiscard]] NetStatus netStatus() const { return m_status; }
 
 private:
+    void updateText();
+
     NetStatus m_status = NoConnection;
+    QString m_failure;
 };

@@ -15,7 +15,9 @@
 #include "model/velsettings.h"
 #include "widgets/wdatetimewidget.h"
 
+#include <KConfigGroup>
 #include <KLocalizedString>
+#include <KSharedConfig>
 
 #include <QCheckBox>
 #include <QComboBox>

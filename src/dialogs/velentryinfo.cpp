@@ -67,13 +67,13 @@ QLabel *plainLabel(const QString &text, QWidget *parent)
 } // namespace
 
 VelEntryInfo::VelEntryInfo(const VelEntry &entry, QWidget *parent, VelAnswer::Mode wanted,
-                           const QString &text)
+                           const QString &text, bool mayAnswer)
     : QDialog(parent)
 {
     const VelApp &app = *VelApp::getApp(parent);
     const VelDoc &doc = *app.document();
     const VelAnswer::Mode mode = VelAnswer::modeFor(doc, entry, wanted);
-    const VelAnswer::Offer offer = VelAnswer::offerFor(doc, entry, mode, app.mayEdit());
+    const VelAnswer::Offer offer = VelAnswer::offerFor(doc, entry, mode, mayAnswer);
     const bool hasHeader = mode == VelAnswer::Invitation || mode == VelAnswer::Notice;
     setWindowTitle(captionOf(entry.type));
     setMinimumWidth(LeastWidth);

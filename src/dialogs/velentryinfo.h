@@ -18,9 +18,10 @@ class VelEntryInfo : public QDialog
 public:
     /**
      * Shows @p entry as it is now; it may go before the dialog does. @p parent is in the window of its calendar.
-     * @p text tells above it what has happened to it; it may be empty.
+     * @p text tells above it what has happened to it; it may be empty. Only with @p mayAnswer can an answer be chosen.
      */
-    VelEntryInfo(const VelEntry &entry, QWidget *parent, VelAnswer::Mode wanted, const QString &text = {});
+    VelEntryInfo(const VelEntry &entry, QWidget *parent, VelAnswer::Mode wanted, const QString &text,
+                 bool mayAnswer);
     ~VelEntryInfo() override;
 
     /** The answer that was chosen, a value of VelAccount::Status, or 0. It counts when the dialog was accepted. */

@@ -39,7 +39,7 @@ QString serverErrorText(int code)
 }
 } // namespace
 
-VelConnection::VelConnection(const VelDoc &doc, const VelSettings &settings, VelTrust *trust, QObject *parent)
+VelConnection::VelConnection(VelDoc &doc, const VelSettings &settings, VelTrust *trust, QObject *parent)
     : QObject(parent)
     , m_doc(doc)
     , m_settings(settings)
@@ -71,7 +71,8 @@ void VelConnection::netTask(int type, const QString &argument, bool quiet)
         clearNet();
         return;
     }
-    if (type == VelNetTask::Sync && m_doc.getAccounts().isEmpty() && !m_isUserListReceived) {
+    if (type == VelNetTask::Sync && m_doc.getAccounts().isEmpty() && !m_isUserListReceived
+        && !isUnderWay(VelNetTask::UserList)) {
         const QPointer<VelConnection> self(this);
         netTask(VelNetTask::UserList, {}, false);
         if (!self)
@@ -81,6 +82,14 @@ void VelConnection::netTask(int type, const QString &argument, bool quiet)
         m_queue.push_back({type, argument, quiet});
     else
         startConnect(type, argument, quiet);
+}
+
+/** Asked for and not ended: a window asks for the users when it opens, and synchronises in the next moment. */
+bool VelConnection::isUnderWay(int type) const
+{
+    return m_current.type == type
+        || std::any_of(m_queue.begin(), m_queue.end(),
+                       [type](const VelNetTask &task) { return task.type == type; });
 }
 
 void VelConnection::startConnect(int type, const QString &argument, bool quiet)
@@ -98,9 +107,7 @@ void VelConnection::startNext()
 {
     const QPointer<VelConnection> self(this);
     if (!isConfigured() && !m_queue.empty()) {
-        m_queue.clear();
-        Q_EMIT queueDropped();
-        if (!self || m_phase != Phase::Idle)
+        if (!dropQueue() || m_phase != Phase::Idle)
             return;
     }
     if (m_queue.empty()) {
@@ -232,13 +239,24 @@ bool VelConnection::tellServerError(int code)
     return true;
 }
 
+/** False when a receiver has deleted the connection. */
+bool VelConnection::dropQueue()
+{
+    const QPointer<VelConnection> self(this);
+    const std::deque<VelNetTask> dropped = std::exchange(m_queue, {});
+    Q_EMIT queueDropped();
+    for (const VelNetTask &task : dropped) {
+        if (self)
+            Q_EMIT taskFailed(task.type);
+    }
+    return self;
+}
+
 void VelConnection::endRefused(int code)
 {
     const QPointer<VelConnection> self(this);
-    m_queue.clear();
     dropSocket();
-    Q_EMIT queueDropped();
-    if (self)
+    if (dropQueue())
         endTask(false);
     if (self && code == AccessDenied)
         Q_EMIT accessDenied();

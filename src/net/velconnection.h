@@ -23,7 +23,8 @@ class VelTrust;
 /**
  * A window's connection to the server: requests wait in a queue, one at a time is under way.
  *
- * It changes neither the document nor the settings but reads them when it writes a request. What an answer is for,
+ * It reads the document and the settings when it writes a request, and begins the exchange of a document that it sends
+ * (VelDoc::beginExchange()); else it changes neither. What an answer is for,
  * the window does, and it may take its time, ask questions and run event loops: a task that was answered stays the
  * current one until finishTask() is called. Meanwhile nothing is sent, whatever the server sends or closes; further
  * requests queue up. The same holds while a receiver of failed() shows its message.
@@ -42,7 +43,7 @@ public:
     static constexpr std::chrono::seconds SilenceLimit{60};
 
     /** Keeps references to all three. Without @p trust only what the system trusts is trusted. */
-    VelConnection(const VelDoc &doc, const VelSettings &settings, VelTrust *trust = nullptr,
+    VelConnection(VelDoc &doc, const VelSettings &settings, VelTrust *trust = nullptr,
                   QObject *parent = nullptr);
     ~VelConnection() override;
 
@@ -87,7 +88,10 @@ Q_SIGNALS:
     void answered(int type, const std::shared_ptr<VelXmlContent> &content, const VelSentEntries &sent);
     /** @p message is for the user, unless @p quiet. May come before answered(), too: see the code 0. */
     void failed(const QString &message, bool quiet);
-    /** The server refused with an error, so that what waited is dropped, or the settings name no server any more. */
+    /**
+     * The server refused with an error, so that what waited is dropped, or the settings name no server any more.
+     * Followed by taskFailed() for each of those that waited.
+     */
     void queueDropped();
     void taskFailed(int type);
     /** The task is over; it is still the current one, so that a request made now waits behind all others. */
@@ -122,6 +126,8 @@ private:
     // velconnection.cpp: the queue
     void startConnect(int type, const QString &argument, bool quiet);
     void startNext();
+    bool dropQueue();
+    [[nodiscard]] bool isUnderWay(int type) const;
     void setNetStatus(NetStatus status);
     void failTask(const QString &message, bool quiet);
     void endTask(bool isGood);
@@ -147,7 +153,7 @@ private:
     [[nodiscard]] bool isOpen() const;
     [[nodiscard]] QString socketErrorText() const;
 
-    const VelDoc &m_doc;
+    VelDoc &m_doc;
     const VelSettings &m_settings;
     VelTrust *m_trust;
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Delmast Time authors
 // SPDX-License-Identifier: BSD-3-Clause
 
+#include "document/veldoc.h"
 #include "model/velsettings.h"
 #include "net/velconnection.h"
 #include "net/veltrust.h"
@@ -104,6 +105,8 @@ void VelConnection::slotSocketSend()
 {
     VelRequest request = VelRequestWriter::write(m_current, m_settings, m_doc);
     m_sent = std::move(request.sent);
+    if (m_current.type == VelNetTask::Sync)
+        m_doc.beginExchange();
     m_reader.emplace(m_limits);
     m_phase = Phase::Sent;
     m_silence.start();

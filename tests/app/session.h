@@ -5,6 +5,7 @@
 
 #include "app/velfilechooser.h"
 #include "app/velmainwindow.h"
+#include "hub/velprintout.h"
 #include "support/fakealerts.h"
 #include "support/fakemessages.h"
 #include "support/testcalendar.h"
@@ -93,6 +94,14 @@ public:
             if (edit)
                 edit(dialog);
         };
+        world.ask = [this](const VelMerge::Question &question) -> std::optional<int> {
+            asked.append(question.text());
+            return ask ? ask(question) : VelAccount::Accepted;
+        };
+        world.askPassword = [this](const QString &old) -> std::optional<QString> {
+            oldPassword = old;
+            return newPassword;
+        };
         window = new Window(std::move(world));
         window->show();
     }
@@ -123,5 +132,9 @@ public:
     QStringList printed;
     std::function<void()> whilePrinting;
     std::function<void(VelEntryDialog &)> edit; // what the user does in the editor
+    QStringList asked; // by a synchronisation
+    std::function<std::optional<int>(const VelMerge::Question &)> ask; // else everything is accepted
+    QString oldPassword; // digest that the password dialog was given
+    std::optional<QString> newPassword;
     QPointer<Window> window;
 };

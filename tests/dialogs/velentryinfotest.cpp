@@ -107,7 +107,8 @@ void VelEntryInfoTest::buttonsShouldFollowModeRightAndAnswer()
     for (const auto &row : rows) {
         Window window(row.status, row.right == 0 ? VelDoc::FullRight : row.right, row.owner);
         window.app.isLocked = row.right == 0;
-        const VelEntryInfo info(window.entry(), &window.app, static_cast<Mode>(row.mode));
+        const VelEntryInfo info(window.entry(), &window.app, static_cast<Mode>(row.mode), {},
+                                window.app.mayEdit());
         QCOMPARE(buttonsOf(info), QString::fromLatin1(row.buttons));
         QVERIFY(info.minimumWidth() == 400 && info.windowTitle() == QLatin1String("Event"));
     }
@@ -141,7 +142,8 @@ void VelEntryInfoTest::rowsShouldFollowTheEntry()
 void VelEntryInfoTest::textsShouldStandAsTheyAre()
 {
     Window window(VelAccount::Tentative);
-    const VelEntryInfo info(window.entry(), &window.app, VelAnswer::Plain, QStringLiteral("<i>New</i>"));
+    const VelEntryInfo info(window.entry(), &window.app, VelAnswer::Plain, QStringLiteral("<i>New</i>"),
+                            true);
     const auto *title = info.findChild<QLabel *>(QStringLiteral("Title"));
     QVERIFY(title && title->textFormat() == Qt::PlainText && title->text() == QLatin1String("<b>Talk</b>"));
     QCOMPARE(info.findChild<QLabel *>(QStringLiteral("Appointment organizer"))->text(),
@@ -171,7 +173,7 @@ void VelEntryInfoTest::answersShouldBeNotedInTheOwnRecord()
         Window window(status);
         window.app.doc.setUserId(user);
         const VelEntry before = window.entry();
-        VelEntryInfo info(before, &window.app, VelAnswer::Plain);
+        VelEntryInfo info(before, &window.app, VelAnswer::Plain, {}, true);
         info.findChildren<QPushButton *>().at(button)->click();
         QVERIFY2(info.result() == QDialog::Accepted && info.getAnswer() == answer, name);
         QVERIFY2(VelAnswer::apply(window.app.doc, window.id, answer) == isNoted, name);

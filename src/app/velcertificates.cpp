@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "app/velcertificates.h"
+
+#include "document/velmessages.h"
+
+#include <KConfigGroup>
+#include <KLocalizedString>
+
+#include <QCryptographicHash>
+#include <QLocale>
+#include <QSslCertificate>
+
+namespace
+{
+QString keyOf(const QString &host, int port)
+{
+    return host.toLower() + QLatin1Char(':') + QString::number(port);
+}
+
+KConfigGroup groupOf(const KSharedConfigPtr &config)
+{
+    return config->group(QStringLiteral("Certificates"));
+}
+} // namespace
+
+VelCertificates::VelCertificates(VelMessages &messages)
+    : m_messages(messages)
+    , m_config(KSharedConfig::openConfig())
+{
+}
+
+VelTrust::Verdict VelCertificates::unknownCertificate(const QString &host, int port,
+                                                      const QSslCertificate &certificate,
+                                                      const QStringList &problems)
+{
+    const QString fingerprint =
+        QString::fromLatin1(certificate.digest(QCryptographicHash::Sha256).toHex(':')).toUpper();
+    const QString text = i18n("The server \"%1\" cannot prove who it is:\n%2\n\n"
+                              "Compare this fingerprint (SHA-256) of its certificate with the one that its "
+                              "administrator tells you:\n%3\n"
+                              "Issued to: %4\nValid until: %5\n\n"
+                              "Trust this server from now on?",
+                              keyOf(host, port), problems.join(QLatin1Char('\n')), fingerprint,
+                              certificate.subjectInfo(QSslCertificate::CommonName).join(QLatin1String(", ")),
+                              QLocale().toString(certificate.expiryDate().date(), QLocale::ShortFormat));
+    const VelMessages::Answer answer = m_messages.questionYesNo(
+        text, i18n("Unknown server"), i18n("Trust the server"), i18n("Do not connect"));
+    return answer == VelMessages::Answer::Yes ? Verdict::Accept : Verdict::Refuse;
+}
+
+QByteArray VelCertificates::rememberedFingerprint(const QString &host, int port) const
+{
+    return QByteArray::fromHex(groupOf(m_config).readEntry(keyOf(host, port), QString()).toLatin1());
+}
+
+void VelCertificates::remember(const QString &host, int port, const QByteArray &fingerprint)
+{
+    KConfigGroup group = groupOf(m_config);
+    group.writeEntry(keyOf(host, port), QString::fromLatin1(fingerprint.toHex()));
+    group.sync();
+}

@@ -1,0 +1,216 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "app/velactions.h"
+#include "app/velcertificates.h"
+#include "app/velconnectiontest.h"
+#include "app/velmainwindow.h"
+#include "app/velnetwork.h"
+#include "app/velonlinewidget.h"
+#include "dialogs/velpassword.h"
+#include "dialogs/velremotecalendardialog.h"
+#include "document/veldoc.h"
+#include "document/velmessages.h"
+#include "views/velmainview.h"
+
+#include <KLocalizedString>
+
+#include <QGuiApplication>
+#include <QPointer>
+#include <QStatusBar>
+
+namespace
+{
+constexpr int NoticeTime = 8000; // milliseconds
+}
+
+void VelMainWindow::initNetwork()
+{
+    m_trust = std::make_unique<VelCertificates>(*m_messages);
+    m_network = std::make_unique<VelNetwork>(VelNetwork::Context{
+        *m_doc, m_settings, *m_messages, *m_trust, [this](bool locked) { setEditLock(locked || m_closing); },
+        [this] { return m_editLock; }, [this](const QString &text) { slotStatusMsg(text); },
+        [this](const VelMerge::Question &question) { return askAbout(question); }});
+    VelNetwork *network = m_network.get();
+    connect(network, &VelNetwork::netStatusChanged, this, &VelMainWindow::setNetStatus);
+    connect(network, &VelNetwork::accountsReady, this, &VelApp::accountsReady);
+    connect(m_doc, &VelDoc::accountsChanged, this, &VelApp::accountsReady);
+    connect(this, &VelApp::accountsReady, this, &VelMainWindow::updateCaption);
+    connect(network, &VelNetwork::taskUserBusyReady, this, &VelApp::taskUserBusyReady);
+    connect(network, &VelNetwork::rightsReady, this, &VelApp::rightsReady);
+    connect(network, &VelNetwork::entriesReceived, this, &VelApp::entriesReceived);
+    connect(network, &VelNetwork::netTaskFailed, this, &VelApp::netTaskFailed);
+    connect(network, &VelNetwork::merged, this, &VelMainWindow::finishMerge);
+    connect(network, &VelNetwork::synchronizationEnded, this, &VelMainWindow::updateEditActions);
+    connect(network, &VelNetwork::settingsChanged, this, &VelMainWindow::saveOptions);
+    connect(network, &VelNetwork::passwordChanged, this,
+            [this] { statusBar()->showMessage(i18n("The password has been changed."), NoticeTime); });
+    connect(network, &VelNetwork::accessDenied, this, &VelMainWindow::closeDenied);
+    connect(network, &VelNetwork::idle, this, [this] {
+        m_onlineWidget->setFailure(m_network->lastFailure());
+        if (m_closing)
+            slotFileQuit();
+    });
+}
+
+void VelMainWindow::netTask(int type, const QString &argument, bool quiet)
+{
+    m_network->netTask(type, argument, quiet);
+}
+
+const VelEntry *VelMainWindow::getReceivedEntry(quint32 globalid) const
+{
+    return m_network->getReceivedEntry(globalid);
+}
+
+void VelMainWindow::testConnection(const VelSettings &settings,
+                                   const std::function<void(const VelConnectionResult &)> &done)
+{
+    const bool isNew = settings.server != m_settings.server || settings.user != m_settings.user;
+    new VelConnectionTest(settings, isNew, *m_messages, *m_trust, done, this);
+}
+
+void VelMainWindow::setNetStatus(int status)
+{
+    m_onlineWidget->setNetStatus(static_cast<VelOnlineWidget::NetStatus>(status));
+}
+
+void VelMainWindow::slotSynchronize()
+{
+    m_view->finishInput();
+    m_network->slotSynchronize();
+}
+
+void VelMainWindow::slotAutoSync()
+{
+    m_network->slotAutoSync();
+}
+
+void VelMainWindow::slotChangePass()
+{
+    std::optional<QString> digest;
+    if (m_askPassword) {
+        digest = m_askPassword(m_settings.pass);
+    } else {
+        const QPointer<VelPassword> dialog(new VelPassword(this, VelPassword::ChangeMode));
+        dialog->setOldPass(m_settings.pass);
+        if (dialog->exec() == QDialog::Accepted && dialog)
+            digest = dialog->getPass();
+        delete dialog.data();
+    }
+    if (digest)
+        m_network->changePassword(*digest);
+}
+
+void VelMainWindow::slotFileRemote()
+{
+    if (!m_remoteDialog) {
+        m_remoteDialog = new VelRemoteCalendarDialog(this);
+        connect(m_remoteDialog, &VelRemoteCalendarDialog::calendarChosen, this, &VelMainWindow::openRemote);
+    }
+    m_remoteDialog->update();
+    m_remoteDialog->show();
+}
+
+VelMainWindow *VelMainWindow::openRemote(quint32 userid)
+{
+    auto *window = new VelMainWindow;
+    window->show();
+    window->document()->setUserId(userid);
+    window->updateCaption();
+    window->slotSynchronize();
+    return window;
+}
+
+/** A calendar of somebody else that has no file here: the server keeps it. */
+bool VelMainWindow::isRemote() const
+{
+    return m_doc->isUntitled() && m_doc->getUserId() != 0 && m_doc->getUserId() != m_settings.origUserid;
+}
+
+std::optional<int> VelMainWindow::askAbout(const VelMerge::Question &question)
+{
+    if (m_ask)
+        return m_ask(question);
+    return runEntryInfo(question.entry, question.mode(), question.text(), m_doc->isWritable());
+}
+
+void VelMainWindow::finishMerge(const VelMerge::Report &report)
+{
+    const QPointer<VelMainWindow> self(this);
+    if (report.hasChanged) {
+        m_doc->slotUpdateAllViews(nullptr);
+        if (m_settings.autoSaveSync && !m_doc->isUntitled())
+            saveByItself();
+        if (!self)
+            return;
+        if (isRemote() && !report.hasUnsent)
+            m_doc->setModified(false); // it is kept where it came from
+    }
+    m_doc->setModsSynced(!report.hasUnsent);
+    if (!report.merged.empty()) {
+        statusBar()->showMessage(i18np("One entry came from the server.", "%1 entries came from the server.",
+                                       static_cast<int>(report.merged.size())),
+                                 NoticeTime);
+    }
+}
+
+void VelMainWindow::closeDenied()
+{
+    // Nobody may have been at the screen when it was refused, and a window that is gone explains nothing.
+    m_messages->information(i18n("The server does not let you see this calendar any more. It is closed now."),
+                            i18n("Access denied"));
+    slotFileClose();
+}
+
+bool VelMainWindow::saveByItself()
+{
+    // A failure is told once in a box and from then on in the status bar, until a save succeeds.
+    if (!m_autoSaveFailed && !m_doc->hasDeclinedOverwrite())
+        m_doc->saveDocument(m_doc->URL(), true);
+    else
+        m_doc->saveQuietly();
+    const bool hadFailed = m_autoSaveFailed;
+    m_autoSaveFailed = m_doc->isModified();
+    if (m_autoSaveFailed)
+        slotStatusMsg(i18n("The calendar could not be saved automatically. Please save it yourself."));
+    else if (hadFailed)
+        slotStatusMsg(i18n("Ready."));
+    return !m_autoSaveFailed;
+}
+
+void VelMainWindow::slotAutoSave()
+{
+    setAutoSaveTimer();
+    if (m_doc->isModified() && !m_doc->isUntitled())
+        saveByItself();
+}
+
+/** Local changes reach the server before the window goes, and what is under way comes to its end. */
+bool VelMainWindow::waitsForNetwork()
+{
+    // The desktop ends: it does not wait, and the next start synchronises.
+    if (qApp->isSavingSession())
+        return false;
+    if (m_settings.autoSync && m_settings.autoSave && !m_doc->isModsSynced() && !m_closing)
+        slotAutoSync();
+    return m_network->isBusy();
+}
+
+bool VelMainWindow::queryClose()
+{
+    m_view->finishInput();
+    if (!m_doc->saveModified()) {
+        if (std::exchange(m_closing, false))
+            setEditLock(!m_doc->isWritable());
+        return false;
+    }
+    if (waitsForNetwork()) {
+        m_closing = true;
+        setEditLock(true);
+        slotStatusMsg(i18n("Waiting for network operations to finish..."));
+        return false;
+    }
+    saveOptions();
+    return true;
+}

@@ -1,0 +1,204 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "app/velnetwork.h"
+
+#include "document/veldoc.h"
+#include "document/velmessages.h"
+#include "model/velsettings.h"
+
+#include <KFormat>
+#include <KLocalizedString>
+
+#include <QPointer>
+
+namespace
+{
+constexpr int MsecsPerMinute = 60000;
+
+/** Entries fetched to be looked at are kept while they may be; more would be a calendar. */
+constexpr std::size_t MostReceived = 100;
+} // namespace
+
+VelNetwork::VelNetwork(Context context)
+    : m_context(std::move(context))
+    , m_connection(m_context.doc, m_context.settings, &m_context.trust)
+{
+    m_autoSyncTimer.setSingleShot(true);
+    connect(&m_autoSyncTimer, &QTimer::timeout, this, &VelNetwork::slotAutoSync);
+    connect(&m_connection, &VelConnection::netStatusChanged, this, &VelNetwork::netStatusChanged);
+    connect(&m_connection, &VelConnection::answered, this, &VelNetwork::take);
+    connect(&m_connection, &VelConnection::failed, this, &VelNetwork::tellFailure);
+    connect(&m_connection, &VelConnection::taskFailed, this, &VelNetwork::netTaskFailed);
+    connect(&m_connection, &VelConnection::taskEnded, this, [this](int type) {
+        if (type == VelNetTask::Sync)
+            endSync();
+    });
+    connect(&m_connection, &VelConnection::queueDropped, this, &VelNetwork::endSync);
+    connect(&m_connection, &VelConnection::queueEmpty, this, &VelNetwork::idle);
+    connect(&m_connection, &VelConnection::accessDenied, this, &VelNetwork::accessDenied);
+    connect(&m_connection, &VelConnection::progress, this, [this](qint64 bytes) {
+        m_context.status(i18n("Receiving data from the server: %1", KFormat().formatByteSize(double(bytes))));
+    });
+}
+
+VelNetwork::~VelNetwork() = default;
+
+bool VelNetwork::hasAccount() const
+{
+    return !m_context.settings.server.isEmpty() && !m_context.settings.user.isEmpty();
+}
+
+void VelNetwork::netTask(int type, const QString &argument, bool quiet)
+{
+    if (!hasAccount()) // whoever waits for the answer is to know
+        QTimer::singleShot(0, this, [this, type] { Q_EMIT netTaskFailed(type); });
+    m_connection.netTask(type, argument, quiet);
+}
+
+void VelNetwork::slotSynchronize()
+{
+    if (m_isSynchronizing)
+        return;
+    if (hasAccount())
+        startSync(i18n("Synchronizing with server"), false);
+    else
+        m_context.messages.information(
+            i18n("Please set server connection settings in Settings -> Configuring Delmast Time."));
+}
+
+void VelNetwork::slotAutoSync()
+{
+    if (!m_context.settings.autoSync)
+        return;
+    // A calendar that may only be read is locked for good; nobody is at work on it.
+    const bool isInUse = m_context.isEditLocked() && m_context.doc.isWritable();
+    if (m_isSynchronizing || isInUse)
+        m_autoSyncTimer.start(LockedRetry);
+    else if (hasAccount())
+        startSync(i18n("Synchronizing with server."), true);
+}
+
+void VelNetwork::startSync(const QString &text, bool quiet)
+{
+    m_isSynchronizing = true;
+    m_context.setEditLock(true);
+    m_context.status(text);
+    m_connection.netTask(VelNetTask::Sync, {}, quiet);
+}
+
+void VelNetwork::endSync()
+{
+    if (!m_isSynchronizing)
+        return;
+    m_isSynchronizing = false;
+    m_context.doc.endExchange();
+    m_context.setEditLock(!m_context.doc.isWritable());
+    m_context.status(i18n("Ready."));
+    setAutoSyncTimer();
+    Q_EMIT synchronizationEnded();
+}
+
+void VelNetwork::setAutoSyncTimer()
+{
+    if (m_context.settings.autoSync)
+        m_autoSyncTimer.start(m_context.settings.autoSyncInterval * MsecsPerMinute);
+    else
+        m_autoSyncTimer.stop();
+}
+
+void VelNetwork::changePassword(const QString &digest)
+{
+    m_pendingPass = digest;
+    m_connection.netTask(VelNetTask::ChangePass,
+                         QLatin1String("<newpass>") + digest + QLatin1String("</newpass>"), false);
+}
+
+void VelNetwork::tellFailure(const QString &message, bool quiet)
+{
+    if (!quiet)
+        m_context.messages.error(message);
+}
+
+void VelNetwork::take(int type, const std::shared_ptr<VelXmlContent> &content, const VelSentEntries &sent)
+{
+    const QPointer<VelNetwork> self(this);
+    if (type == VelNetTask::Sync)
+        takeSync(*content, sent);
+    else
+        takeOther(type, *content);
+    if (self)
+        m_connection.finishTask();
+}
+
+void VelNetwork::takeSync(VelXmlContent &content, const VelSentEntries &sent)
+{
+    VelDoc &doc = m_context.doc;
+    if (!doc.isExchanging())
+        return; // another calendar has been opened: the answer is not about this one
+    if (content.origuserid && *content.origuserid != m_context.settings.origUserid) {
+        m_context.settings.origUserid = *content.origuserid;
+        Q_EMIT settingsChanged();
+    }
+    const bool hasAccounts = content.accounts.has_value();
+    std::vector<quint32> sentIds;
+    for (const auto &[localid, entry] : sent)
+        sentIds.push_back(localid);
+    VelMerge merge(doc, std::move(content), sentIds);
+    if (hasAccounts)
+        Q_EMIT accountsReady();
+    const QPointer<VelNetwork> self(this);
+    for (const VelMerge::Question &question : merge.questions()) {
+        const std::optional<int> answer = m_context.ask(question);
+        if (!self)
+            return; // with the window, and nothing applied
+        merge.setAnswer(question, answer);
+    }
+    if (doc.isExchanging())
+        Q_EMIT merged(merge.apply());
+}
+
+void VelNetwork::takeOther(int type, VelXmlContent &content)
+{
+    content.synctime.reset(); // of a synchronisation only
+    switch (type) {
+    case VelNetTask::UserList:
+        m_context.doc.readXml(content);
+        Q_EMIT accountsReady();
+        break;
+    case VelNetTask::UserBusy:
+        Q_EMIT taskUserBusyReady(
+            std::make_shared<const std::vector<std::unique_ptr<VelEntry>>>(std::move(content.entries)));
+        break;
+    case VelNetTask::GetUserRights:
+        m_context.doc.readXml(content);
+        Q_EMIT rightsReady();
+        break;
+    case VelNetTask::ChangePass:
+        m_context.settings.pass = m_pendingPass;
+        Q_EMIT settingsChanged();
+        Q_EMIT passwordChanged();
+        break;
+    case VelNetTask::GetEntries:
+        for (auto &entry : content.entries) {
+            entry->updRecurrence(m_context.doc.today());
+            m_received.push_back(std::move(entry));
+        }
+        if (m_received.size() > MostReceived)
+            m_received.erase(m_received.begin(), m_received.end() - MostReceived);
+        Q_EMIT entriesReceived();
+        break;
+    default:
+        break;
+    }
+}
+
+/** The one that came last: it may have changed since it was fetched before. */
+const VelEntry *VelNetwork::getReceivedEntry(quint32 globalid) const
+{
+    for (auto each = m_received.rbegin(); each != m_received.rend(); ++each) {
+        if ((*each)->globalid == globalid)
+            return each->get();
+    }
+    return nullptr;
+}

@@ -1,0 +1,377 @@
+// SPDX-FileCopyrightText: 2026 The Delmast Time authors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "app/velnetwork.h"
+#include "app/velaboutdata.h"
+#include "app/velonlinewidget.h"
+#include "model/wsecurity.h"
+#include "net/scriptedserver.h"
+#include "session.h"
+
+#include <KAboutData>
+
+#include <QLabel>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace TestCalendar;
+
+namespace
+{
+using Step = ScriptedServer::Step;
+
+// The user 3, with full rights, and the user list that every window asks for first.
+const QByteArray Head = "<action><userid>3</userid><origuserid>3</origuserid><origright>4</origright>"
+                        "<synctime>later</synctime></action>";
+const QByteArray Users = "<account><id>3</id><name>Anna</name><type>1</type></account>"
+                         "<account><id>9</id><name>Bert</name><type>1</type></account>";
+
+QByteArray eventOf(quint32 owner, int status, const QByteArray &title = "Meeting")
+{
+    return "<entry><globalid>77</globalid><title>" + title
+        + "</title><start>2026-11-16 10:0</start><end>2026-11-16 11:0</end><type>1</type><user>"
+        + QByteArray::number(owner) + "</user><account><id>3</id><name>Anna</name><status>"
+        + QByteArray::number(status) + "</status></account></entry>";
+}
+
+QStringList textsOf(const FakeMessages &messages)
+{
+    QStringList texts;
+    for (const FakeMessages::Message &message : messages.messages())
+        texts.append(message.text);
+    return texts;
+}
+
+/** A window that knows a server, which has sent the list of users. */
+struct NetWindow {
+    explicit NetWindow(const std::vector<Step> &script = {})
+    {
+        server.script = {{answer(Users)}};
+        server.script.insert(server.script.end(), script.begin(), script.end());
+        KConfigGroup group = KSharedConfig::openConfig()->group(QStringLiteral("Preferences"));
+        group.writeEntry("Server", "127.0.0.1");
+        group.writeEntry("Port", int(server.serverPort()));
+        group.writeEntry("User", "anna");
+        group.writeEntry("Pass", WSecurity::md5(QStringLiteral("old")));
+        group.writeEntry("AutoSync", true);
+        session = std::make_unique<Session>();
+    }
+    [[nodiscard]] bool isReady() const
+    {
+        return QTest::qWaitFor([this] { return !session->window->network()->isBusy(); });
+    }
+    /** Runs a synchronisation to its end. */
+    [[nodiscard]] bool synchronize() const
+    {
+        if (!isReady())
+            return false;
+        session->trigger("synchronize");
+        return isReady();
+    }
+    [[nodiscard]] QString status() const
+    {
+        return session->window->statusBar()->findChild<QLabel *>()->text();
+    }
+    [[nodiscard]] const VelEntry *meeting() const
+    {
+        return session->doc().getEntry(session->doc().getLocalId(77));
+    }
+
+    ScriptedServer server;
+    std::unique_ptr<Session> session;
+};
+} // namespace
+
+class VelNetworkTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void windowWithoutAServerShouldAskForNothing();
+    void newWindowShouldFetchTheUsers();
+    void synchronisationShouldLockMergeAndSave();
+    void readOnlyCalendarShouldStayLocked();
+    void errorShouldUnlockTheCalendar_data();
+    void errorShouldUnlockTheCalendar();
+    void automaticSynchronisationShouldWaitForTheLock();
+    void quietFailureShouldBeReadOnTheConnection();
+    void closingShouldWaitForTheServer();
+    void deniedCalendarShouldBeClosed();
+    void windowClosedAtAQuestionShouldChangeNothing();
+    void passwordShouldChangeWhenTheServerTakesIt_data();
+    void passwordShouldChangeWhenTheServerTakesIt();
+    void calendarOfAnotherShouldOpenInAWindowOfItsOwn();
+    void undoAfterASynchronisationShouldBeSent();
+    void connectionTestShouldTellTheOutcome_data();
+    void connectionTestShouldTellTheOutcome();
+
+private:
+    QTemporaryDir m_folder;
+};
+
+void VelNetworkTest::initTestCase()
+{
+    KAboutData::setApplicationData(velAboutData());
+    QVERIFY(m_folder.isValid());
+}
+
+void VelNetworkTest::init()
+{
+    const KSharedConfigPtr config = KSharedConfig::openConfig();
+    const QStringList groups = config->groupList();
+    for (const QString &group : groups)
+        config->deleteGroup(group);
+}
+
+void VelNetworkTest::windowWithoutAServerShouldAskForNothing()
+{
+    const Session session;
+    session.window->slotAutoSync();
+    QVERIFY(!session.window->network()->isBusy());
+    QVERIFY(!session.window->isEditLocked());
+    session.window->slotSynchronize();
+    QCOMPARE(textsOf(*session.messages),
+             QStringList{QStringLiteral(
+                 "Please set server connection settings in Settings -> Configuring Delmast Time.")});
+    QVERIFY(!session.window->isEditLocked());
+}
+
+void VelNetworkTest::newWindowShouldFetchTheUsers()
+{
+    const NetWindow net;
+    QSignalSpy ready(net.session->window, &VelApp::accountsReady);
+    QVERIFY(net.isReady());
+    QCOMPARE(ready.count(), 1);
+    QCOMPARE(net.server.requests.size(), 1);
+    QVERIFY(net.server.requests.first().contains("<action type=\"userlist\">"));
+    QCOMPARE(net.session->window->getAccountName(9), QStringLiteral("Bert"));
+    QVERIFY(!net.session->doc().isModified());
+}
+
+void VelNetworkTest::synchronisationShouldLockMergeAndSave()
+{
+    const NetWindow net({Step{answer(Head + eventOf(9, 0))}});
+    Session &session = *net.session;
+    const QUrl url = QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("synced.xml")));
+    addEvent(session.doc(), QStringLiteral("Mine"), at(testDay(), 8), at(testDay(), 9));
+    QVERIFY(session.doc().saveDocument(url, true));
+    QVERIFY(net.isReady());
+    session.trigger("synchronize");
+    QCOMPARE(net.status(), QStringLiteral("Synchronizing with server"));
+    QVERIFY(session.window->isEditLocked());
+    for (const char *action : {"new_entry", "new_todo", "purge_todo", "synchronize"})
+        QVERIFY2(!session.isEnabled(action), action);
+    QVERIFY(net.isReady());
+    QCOMPARE(net.status(), QStringLiteral("Ready."));
+    QVERIFY(!session.window->isEditLocked());
+    QVERIFY(session.isEnabled("synchronize") && session.isEnabled("new_entry"));
+    QVERIFY(net.server.requests.last().contains("<title>Mine</title>"));
+    QCOMPARE(session.asked, QStringList{QStringLiteral("Request for new appointment")});
+    QVERIFY(net.meeting() && net.meeting()->dirty == 1);
+    QVERIFY(!session.doc().isModified());
+    const QByteArray saved = fileBytes(url.toLocalFile());
+    QVERIFY(saved.contains("<title>Meeting</title>") && saved.contains("<synctime>later</synctime>"));
+}
+
+void VelNetworkTest::readOnlyCalendarShouldStayLocked()
+{
+    const NetWindow net(
+        {Step{answer("<action><userid>9</userid><origright>2</origright></action>" + eventOf(9, 4))}});
+    QVERIFY(net.synchronize());
+    QVERIFY(net.session->window->isEditLocked());
+    QVERIFY(!net.session->isEnabled("new_entry"));
+    QVERIFY(net.session->isEnabled("synchronize"));
+    QVERIFY(net.meeting());
+}
+
+void VelNetworkTest::errorShouldUnlockTheCalendar_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<QStringList>("errors");
+    QTest::newRow("refused") << answer("<action><error>1</error></action>")
+                             << QStringList{QStringLiteral("Invalid username or password.")};
+    QTest::newRow("garbage") << QByteArray("<calendar\x1A")
+                             << QStringList{QStringLiteral("Error receiving data from server.")};
+    QTest::newRow("closed") << QByteArray("<calendar>") << QStringList();
+}
+
+void VelNetworkTest::errorShouldUnlockTheCalendar()
+{
+    QFETCH(const QByteArray, reply);
+    const NetWindow net({Step{reply, ScriptedServer::Close}});
+    addEvent(net.session->doc(), QStringLiteral("Mine"), at(testDay(), 8), at(testDay(), 9));
+    QVERIFY(net.synchronize());
+    QTEST(textsOf(*net.session->messages), "errors");
+    QVERIFY(!net.session->window->isEditLocked());
+    QCOMPARE(net.status(), QStringLiteral("Ready."));
+    QCOMPARE(net.session->doc().getEntry(1)->dirty, 1);
+    QVERIFY(!net.session->doc().isExchanging());
+}
+
+void VelNetworkTest::automaticSynchronisationShouldWaitForTheLock()
+{
+    const NetWindow net({Step{answer(Head)}});
+    QVERIFY(net.isReady());
+    net.session->window->setEditLock(true);
+    net.session->window->slotAutoSync();
+    QVERIFY(!net.session->window->network()->isBusy());
+    net.session->window->setEditLock(false);
+    net.session->window->slotAutoSync();
+    QCOMPARE(net.status(), QStringLiteral("Synchronizing with server."));
+    QVERIFY(net.isReady());
+    QCOMPARE(net.server.requests.size(), 2);
+}
+
+void VelNetworkTest::quietFailureShouldBeReadOnTheConnection()
+{
+    const NetWindow net({Step{answer("<action><error>3</error></action>")}, Step{answer(Head)}});
+    QVERIFY(net.isReady());
+    const auto toolTip = [&net] { return net.session->window->findChild<VelOnlineWidget *>()->toolTip(); };
+    net.session->window->slotAutoSync();
+    QVERIFY(net.isReady());
+    QVERIFY(net.session->messages->count() == 0);
+    QVERIFY(toolTip().contains(QLatin1String("temporarily unavailable")));
+    QVERIFY(net.synchronize());
+    QCOMPARE(toolTip(), QStringLiteral("Connection established"));
+}
+
+void VelNetworkTest::closingShouldWaitForTheServer()
+{
+    const NetWindow net({Step{answer(Head + eventOf(3, 4))}});
+    Session &session = *net.session;
+    const QUrl url = QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("closing.xml")));
+    QVERIFY(session.doc().saveDocument(url, true));
+    addEvent(session.doc(), QStringLiteral("Mine"), at(testDay(), 8), at(testDay(), 9));
+    session.doc().setModified(true);
+    QVERIFY(net.isReady());
+    QVERIFY(!session.window->close());
+    QCOMPARE(net.status(), QStringLiteral("Waiting for network operations to finish..."));
+    QVERIFY(session.window->isEditLocked());
+    QTRY_VERIFY(!session.window);
+    QVERIFY(net.server.requests.last().contains("<title>Mine</title>"));
+    QVERIFY(fileBytes(url.toLocalFile()).contains("<title>Meeting</title>"));
+}
+
+void VelNetworkTest::deniedCalendarShouldBeClosed()
+{
+    const NetWindow net({Step{answer("<action><error>2</error></action>")}});
+    QVERIFY(net.isReady());
+    net.session->trigger("synchronize");
+    QTRY_VERIFY(!net.session->window);
+    QCOMPARE(net.server.requests.size(), 2);
+}
+
+void VelNetworkTest::windowClosedAtAQuestionShouldChangeNothing()
+{
+    const NetWindow net({Step{answer(Head + eventOf(3, 4, "First") + eventOf(9, 0))}});
+    Session &session = *net.session;
+    const QUrl url = QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("question.xml")));
+    QVERIFY(session.doc().saveDocument(url, true));
+    const QByteArray before = fileBytes(url.toLocalFile());
+    session.ask = [&session](const VelMerge::Question &) -> std::optional<int> {
+        session.window->slotAutoSave();
+        delete session.window;
+        return std::nullopt;
+    };
+    QVERIFY(net.isReady());
+    session.trigger("synchronize");
+    QTRY_VERIFY(!session.window);
+    QCOMPARE(fileBytes(url.toLocalFile()), before);
+}
+
+void VelNetworkTest::passwordShouldChangeWhenTheServerTakesIt_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<QString>("password");
+    QTest::newRow("taken") << answer("<action/>") << "new";
+    QTest::newRow("refused") << answer("<action><error>1</error></action>") << "old";
+}
+
+void VelNetworkTest::passwordShouldChangeWhenTheServerTakesIt()
+{
+    QFETCH(const QByteArray, reply);
+    const NetWindow net({Step{reply}});
+    QVERIFY(net.isReady());
+    net.session->newPassword = WSecurity::md5(QStringLiteral("new"));
+    net.session->trigger("changepass");
+    QCOMPARE(net.session->oldPassword, WSecurity::md5(QStringLiteral("old")));
+    QVERIFY(net.isReady());
+    QVERIFY(net.server.requests.last().contains("</action>\n<newpass>" + net.session->newPassword->toLatin1()
+                                                + "</newpass></calendar>"));
+    QFETCH(const QString, password);
+    QCOMPARE(net.session->window->settings()->pass, WSecurity::md5(password));
+}
+
+void VelNetworkTest::calendarOfAnotherShouldOpenInAWindowOfItsOwn()
+{
+    NetWindow net;
+    QVERIFY(net.isReady());
+    net.server.script = {
+        {answer(Users)},
+        {answer("<action><userid>9</userid><origright>2</origright></action>" + eventOf(9, 4))}};
+    const QPointer<VelMainWindow> other = net.session->window->openRemote(9);
+    QTRY_VERIFY(!other->network()->isBusy());
+    QVERIFY(net.server.requests.last().contains("<userid>9</userid>"));
+    QVERIFY(other->windowTitle().contains(QLatin1String("Calendar of Bert")));
+    QVERIFY(other->document()->getLocalId(77) != 0);
+    QVERIFY(!other->mayEdit());
+    QVERIFY(!net.meeting());
+    QVERIFY(other->close()); // and asks nothing: all of it is on the server
+    delete other;
+}
+
+void VelNetworkTest::undoAfterASynchronisationShouldBeSent()
+{
+    const NetWindow net({Step{answer(Head + eventOf(3, 4))}, Step{answer(Head)}, Step{answer(Head)}});
+    QVERIFY(net.synchronize());
+    const quint32 localid = net.meeting()->localid;
+    {
+        const VelStepScope step(&net.session->doc(), QStringLiteral("Move"));
+        net.session->doc().changeEntry(localid,
+                                       [](VelEntry &entry) { entry.setTitle(QStringLiteral("Renamed")); });
+    }
+    QVERIFY(net.synchronize());
+    QVERIFY(net.server.requests.last().contains("<title>Renamed</title>"));
+    QCOMPARE(net.meeting()->dirty, 0);
+    net.session->trigger("edit_undo");
+    QVERIFY(net.synchronize());
+    QVERIFY(net.server.requests.last().contains("<title>Meeting</title>"));
+    QCOMPARE(net.meeting()->dirty, 0);
+}
+
+void VelNetworkTest::connectionTestShouldTellTheOutcome_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("good") << answer(Users) << QString();
+    QTest::newRow("wrong password") << answer("<action><error>1</error></action>")
+                                    << "Invalid username or password.";
+    QTest::newRow("garbage") << QByteArray("?\x1A") << "Error receiving data from server.";
+}
+
+void VelNetworkTest::connectionTestShouldTellTheOutcome()
+{
+    QFETCH(const QByteArray, reply);
+    Session session;
+    ScriptedServer server;
+    server.script = {{reply}};
+    VelSettings settings;
+    settings.server = QStringLiteral("127.0.0.1");
+    settings.port = server.serverPort();
+    settings.user = QStringLiteral("anna");
+    std::optional<VelConnectionResult> result;
+    session.window->testConnection(settings, [&result](const VelConnectionResult &given) { result = given; });
+    QVERIFY(!result);
+    QTRY_VERIFY(result);
+    QTEST(result->problem, "problem");
+    QVERIFY(!result->encrypt);
+    QCOMPARE(result->port, int(server.serverPort()));
+    QVERIFY(session.window->settings()->server.isEmpty());
+    QVERIFY(session.messages->count() == 0);
+}
+
+QTEST_MAIN(VelNetworkTest)
+#include "velnetworktest.moc"
