@@ -12,6 +12,8 @@
 
 #include <QPointer>
 
+#include <algorithm>
+
 namespace
 {
 constexpr int MsecsPerMinute = 60000;
@@ -196,9 +198,7 @@ void VelNetwork::takeOther(int type, VelXmlContent &content)
 /** The one that came last: it may have changed since it was fetched before. */
 const VelEntry *VelNetwork::getReceivedEntry(quint32 globalid) const
 {
-    for (auto each = m_received.rbegin(); each != m_received.rend(); ++each) {
-        if ((*each)->globalid == globalid)
-            return each->get();
-    }
-    return nullptr;
+    const auto found = std::find_if(m_received.rbegin(), m_received.rend(),
+                                    [globalid](const auto &entry) { return entry->globalid == globalid; });
+    return found == m_received.rend() ? nullptr : found->get();
 }

@@ -59,7 +59,11 @@ VelEntryDialog::VelEntryDialog(VelApp &app, VelAddressBook &book, const VelEntry
         app.requestAccounts();
     }
     m_title->setFocus();
-    VelDialogSize::restore(*this, sizeName(), sizeHint());
+    // The lists of people would take all the height that there is.
+    constexpr int usualLines = 32;
+    VelDialogSize::restore(
+        *this, sizeName(),
+        {sizeHint().width(), qMin(sizeHint().height(), fontMetrics().height() * usualLines)});
 }
 
 VelEntryDialog::~VelEntryDialog()

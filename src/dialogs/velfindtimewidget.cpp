@@ -173,6 +173,7 @@ VelFreeTimeSearch::Terms VelFindTimeWidget::terms() const
 
 void VelFindTimeWidget::slotFind()
 {
+    m_isFocusTaken = m_find->hasFocus();
     m_find->setEnabled(false);
     showStatus({});
     take(m_search.find(terms(), VelApp::getApp(this)->now().date()));
@@ -190,13 +191,22 @@ void VelFindTimeWidget::take(const VelFreeTimeSearch::Outcome &outcome)
         m_from->setDate(outcome.start.date());
         setProposal(outcome.start.toQDateTime(), outcome.end.toQDateTime());
     }
-    m_find->setEnabled(!isSearching());
+    if (!isSearching())
+        enableFind();
+}
+
+/** A button that is disabled loses the focus, and the next press of the same key would go elsewhere. */
+void VelFindTimeWidget::enableFind()
+{
+    m_find->setEnabled(true);
+    if (std::exchange(m_isFocusTaken, false))
+        m_find->setFocus();
 }
 
 void VelFindTimeWidget::stop()
 {
     m_search.stop();
-    m_find->setEnabled(true);
+    enableFind();
 }
 
 /** Both at once: nobody shall see the new start with the old end. */

@@ -58,6 +58,7 @@ private:
     void explain();
     [[nodiscard]] VelFreeTimeSearch::Terms terms() const;
     void take(const VelFreeTimeSearch::Outcome &outcome);
+    void enableFind();
     void setProposal(const QDateTime &start, const QDateTime &end);
 
     VelFreeTimeSearch m_search;
@@ -71,4 +72,5 @@ private:
     WDateTimeWidget *m_proposedStart;
     WDateTimeWidget *m_proposedEnd;
     QLabel *m_status;
+    bool m_isFocusTaken = false; // from the button, by the search
 };

@@ -83,16 +83,12 @@ void VelMerge::planForeign(Step &step, std::size_t index)
     if (local && local->isDeleted())
         local = nullptr;
     const VelAccount *own = entry.accounts.get(m_doc.getUserId());
-    if (!own) {
+    if (!own || entry.isDeleted() || own->status == VelAccount::Declined) {
         step.action = Action::Delete;
-        if (local)
+        if (local && !own)
             ask(Kind::Removed, *local, index);
-    } else if (entry.isDeleted()) {
-        step.action = Action::Delete;
-        if (local && own->status != VelAccount::Unanswered)
+        else if (local && entry.isDeleted() && own->status != VelAccount::Unanswered)
             ask(Kind::Cancelled, *local, index);
-    } else if (own->status == VelAccount::Declined) {
-        step.action = Action::Delete;
     } else if (m_doc.getOrigRight() < VelDoc::FullRight) {
         step.action = Action::Store; // somebody else's to answer
     } else if (own->status == VelAccount::Unanswered) {
