@@ -4,14 +4,13 @@
 #include "dialogs/velpersonsource.h"
 
 #include "dialogs/velpersonmodel.h"
+#include "dialogs/velsearchline.h"
 
 #include <KLocalizedString>
 
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QSet>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -21,8 +20,8 @@ VelPersonSource::VelPersonSource(const VelAddressBook &book, QWidget *parent)
     , m_book(book)
     , m_model(new VelPersonModel(this))
     , m_sourceInput(new QComboBox(this))
-    , m_searchInput(new QLineEdit(this))
     , m_view(new QTreeView(this))
+    , m_searchInput(new VelSearchLine(m_view, this))
 {
     makeControls();
     makeLayout();
@@ -43,10 +42,7 @@ void VelPersonSource::makeControls()
     m_sourceInput->setAccessibleName(i18n("Where people come from"));
     m_sourceInput->setToolTip(i18n("The users and resources of the server, or your own address book."));
 
-    m_searchInput->setPlaceholderText(i18n("Search"));
-    m_searchInput->setAccessibleName(i18n("Search"));
     m_searchInput->setToolTip(i18n("Parts of the name or the e-mail address. Return adds who is selected."));
-    m_searchInput->setClearButtonEnabled(true);
     m_searchInput->installEventFilter(this);
 
     m_view->setObjectName(QStringLiteral("people"));
@@ -165,31 +161,11 @@ void VelPersonSource::select(const VelAccountList &accounts)
     m_view->selectionModel()->setCurrentIndex(rows.first().topLeft(), QItemSelectionModel::NoUpdate);
 }
 
-bool VelPersonSource::takeSearchKey(QKeyEvent *event)
-{
-    switch (event->key()) {
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-        QCoreApplication::sendEvent(m_view, event);
-        return true;
-    case Qt::Key_Escape:
-        // The first Escape takes back the search, the next one closes the dialog.
-        if (m_searchInput->text().isEmpty())
-            return false;
-        m_searchInput->clear();
-        return true;
-    default:
-        return false;
-    }
-}
-
 bool VelPersonSource::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
-    auto *key = static_cast<QKeyEvent *>(event);
+    const auto *key = static_cast<QKeyEvent *>(event);
     if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
         if (hasSelection()) {
             Q_EMIT chosen();
@@ -198,5 +174,5 @@ bool VelPersonSource::eventFilter(QObject *watched, QEvent *event)
         // A search that finds nobody must not close the dialog as if all were said.
         return !m_searchInput->text().isEmpty();
     }
-    return (watched == m_searchInput && takeSearchKey(key)) || QWidget::eventFilter(watched, event);
+    return QWidget::eventFilter(watched, event);
 }

@@ -11,9 +11,9 @@
 #include <optional>
 
 class QComboBox;
-class QLineEdit;
 class QTreeView;
 class VelPersonModel;
+class VelSearchLine;
 
 /**
  * Where the people of an entry come from: the server's accounts or the address book, with a line that searches
@@ -53,13 +53,12 @@ private:
     void selectFirst();
     void select(const VelAccountList &accounts);
     [[nodiscard]] const VelAccountList &addressBookAccounts();
-    [[nodiscard]] bool takeSearchKey(QKeyEvent *event);
 
     const VelAddressBook &m_book;
     VelAccountList m_serverAccounts;
     std::optional<VelAccountList> m_bookAccounts; ///< none until somebody looks
     VelPersonModel *m_model;
     QComboBox *m_sourceInput;
-    QLineEdit *m_searchInput;
     QTreeView *m_view;
+    VelSearchLine *m_searchInput;
 };
