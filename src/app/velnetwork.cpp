@@ -54,7 +54,7 @@ bool VelNetwork::hasAccount() const
 void VelNetwork::netTask(int type, const QString &argument, bool quiet)
 {
     if (!hasAccount()) // whoever waits for the answer is to know
-        QTimer::singleShot(0, this, [this, type] { Q_EMIT netTaskFailed(type); });
+        QTimer::singleShot(0, this, [this, type, argument] { Q_EMIT netTaskFailed(type, argument); });
     m_connection.netTask(type, argument, quiet);
 }
 
@@ -170,7 +170,8 @@ void VelNetwork::takeOther(int type, VelXmlContent &content)
         break;
     case VelNetTask::UserBusy:
         Q_EMIT taskUserBusyReady(
-            std::make_shared<const std::vector<std::unique_ptr<VelEntry>>>(std::move(content.entries)));
+            std::make_shared<const std::vector<std::unique_ptr<VelEntry>>>(std::move(content.entries)),
+            m_connection.currentArgument());
         break;
     case VelNetTask::GetUserRights:
         m_context.doc.readXml(content);

@@ -60,10 +60,10 @@ Q_SIGNALS:
     void netStatusChanged(int status);
     /** The window's own signals of these names follow. */
     void accountsReady();
-    void taskUserBusyReady(const VelReceivedEntries &entries);
+    void taskUserBusyReady(const VelReceivedEntries &entries, const QString &argument);
     void rightsReady();
     void entriesReceived();
-    void netTaskFailed(int type);
+    void netTaskFailed(int type, const QString &argument);
     /** An answer has been brought into the calendar: views and file are to follow. */
     void merged(const VelMerge::Report &report);
     /** The settings hold another password, or number of the user. */

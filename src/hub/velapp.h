@@ -123,14 +123,17 @@ public:
 Q_SIGNALS:
     /** The list of users and resources has been replaced. */
     void accountsReady();
-    /** Busy times that were asked for have come: entries whose `user` tells whose time they take. */
-    void taskUserBusyReady(const VelReceivedEntries &entries);
+    /**
+     * Busy times have come that were asked for with @p argument, by whomever: entries whose `user` tells whose time they
+     * take.
+     */
+    void taskUserBusyReady(const VelReceivedEntries &entries, const QString &argument);
     /** The rights to the user's own calendar have come: see VelDoc::getRights(). */
     void rightsReady();
     /** An entry that was asked for has come: see getReceivedEntry(). */
     void entriesReceived();
-    /** A request of that type got no answer, or an error for one. */
-    void netTaskFailed(int type);
+    /** The request of that type and argument got no answer, or an error for one. */
+    void netTaskFailed(int type, const QString &argument);
 
 private:
     quint32 m_draggedEntry = 0;

@@ -183,10 +183,11 @@ void VelConnection::endTask(bool isGood)
     m_phase = Phase::Ending;
     const QPointer<VelConnection> self(this);
     const int type = m_current.type;
+    const QString argument = m_current.argument;
     if (!m_socket)
         setNetStatus(NoConnection);
     if (self && !isGood)
-        Q_EMIT taskFailed(type);
+        Q_EMIT taskFailed(type, argument);
     if (self)
         Q_EMIT taskEnded(type);
     if (!self)
@@ -247,7 +248,7 @@ bool VelConnection::dropQueue()
     Q_EMIT queueDropped();
     for (const VelNetTask &task : dropped) {
         if (self)
-            Q_EMIT taskFailed(task.type);
+            Q_EMIT taskFailed(task.type, task.argument);
     }
     return self;
 }

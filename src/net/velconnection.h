@@ -93,7 +93,7 @@ Q_SIGNALS:
      * Followed by taskFailed() for each of those that waited.
      */
     void queueDropped();
-    void taskFailed(int type);
+    void taskFailed(int type, const QString &argument);
     /** The task is over; it is still the current one, so that a request made now waits behind all others. */
     void taskEnded(int type);
     /** Nothing is under way and nothing waits. */

@@ -62,7 +62,7 @@ struct Window {
             entries->back()->globalid = globalid;
             entries->back()->access = entries->back()->display = 0;
         }
-        Q_EMIT app.taskUserBusyReady(entries);
+        Q_EMIT app.taskUserBusyReady(entries, {});
     }
     [[nodiscard]] QPushButton *findButton() const
     {
@@ -241,9 +241,9 @@ void VelFindTimeDialogTest::failureShouldEndTheWait()
 {
     Window window;
     window.findButton()->click();
-    Q_EMIT window.app.netTaskFailed(VelNetTask::Sync);
+    Q_EMIT window.app.netTaskFailed(VelNetTask::Sync, {});
     QVERIFY(!window.findButton()->isEnabled());
-    Q_EMIT window.app.netTaskFailed(VelNetTask::UserBusy);
+    Q_EMIT window.app.netTaskFailed(VelNetTask::UserBusy, {});
     QVERIFY(window.findButton()->isEnabled());
     QCOMPARE(window.status(), QStringLiteral("The busy times could not be fetched."));
     QCOMPARE(window.requestCount(), 1U);

@@ -75,7 +75,7 @@ struct Window {
         app.netTasks.clear();
         return tasks;
     }
-    void fail(int type) { Q_EMIT app.netTaskFailed(type); }
+    void fail(int type) { Q_EMIT app.netTaskFailed(type, {}); }
 
     FakeApp app;
 };

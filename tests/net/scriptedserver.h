@@ -98,7 +98,8 @@ struct NetSession {
             });
         };
         on(&VelConnection::netStatusChanged, "S");
-        on(&VelConnection::taskFailed, "X");
+        QObject::connect(connection.get(), &VelConnection::taskFailed,
+                         [this](int type) { note(QStringLiteral("X%1").arg(type)); });
         on(&VelConnection::taskEnded, "E");
         on(&VelConnection::queueDropped, "dropped");
         on(&VelConnection::queueEmpty, ".");
