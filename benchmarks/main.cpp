@@ -1,7 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Delmast Time authors
 // SPDX-License-Identifier: BSD-3-Clause
 
+#include "app/velaboutdata.h"
 #include "benchmarksupport.h"
+
+#include <KAboutData>
+#include <KLocalizedString>
 
 #include <QApplication>
 #include <QFile>
@@ -66,6 +70,8 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "usage: %s [--benchmark_...] CALENDAR.xml\n", argv[0]);
         return 2;
     }
+    KLocalizedString::setApplicationDomain("delmasttime");
+    KAboutData::setApplicationData(velAboutData());
     path() = QFile::decodeName(argv[1]);
     printMemory();
     if (VelBenchmark::loadedDocument().getEntryCount() == 0)
