@@ -56,7 +56,8 @@ int main(int argc, char **argv)
 
     if (application.isSessionRestored())
         kRestoreMainWindows<VelMainWindow>();
-    else
+    // A session that held none would else run without a window for ever.
+    if (KMainWindow::memberList().isEmpty())
         openFirstWindow(parser.positionalArguments());
     return QApplication::exec();
 }

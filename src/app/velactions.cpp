@@ -89,11 +89,11 @@ void VelActions::makeFileActions()
 {
     connect(add("file_new_window", i18n("New &Window"), "window_new", i18n("Opens a new calendar window")),
             &VelMainWindow::slotFileNewWindow);
-    QAction *openNew = KStandardAction::openNew(m_window, &VelMainWindow::slotFileNew, m_collection);
+    openNew = KStandardAction::openNew(m_window, &VelMainWindow::slotFileNew, m_collection);
     openNew->setText(i18n("New calendar"));
     withStatus(openNew, i18n("Creates a new calendar"));
-    withStatus(KStandardAction::open(m_window, &VelMainWindow::slotFileOpen, m_collection),
-               i18n("Opens an existing calendar"));
+    open = withStatus(KStandardAction::open(m_window, &VelMainWindow::slotFileOpen, m_collection),
+                      i18n("Opens an existing calendar"));
     openRecent = KStandardAction::openRecent(m_window, &VelMainWindow::slotFileOpenRecent, m_collection);
     withStatus(openRecent, i18n("Opens a recently used calendar file"));
     connect(add("file_remote", i18n("Open Remote &Calendar..."), "remotecalendar",

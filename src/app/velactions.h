@@ -24,6 +24,8 @@ public:
     KRecentFilesAction *openRecent = nullptr;
     KToggleAction *showToolBar = nullptr;
     KToggleAction *showStatusBar = nullptr;
+    QAction *openNew = nullptr;
+    QAction *open = nullptr;
     QAction *save = nullptr;
     QAction *quit = nullptr;
     QAction *import = nullptr;

@@ -14,6 +14,8 @@
 
 namespace
 {
+constexpr int MostName = 80; // characters
+
 QString keyOf(const QString &host, int port)
 {
     return host.toLower() + QLatin1Char(':') + QString::number(port);
@@ -43,7 +45,11 @@ VelTrust::Verdict VelCertificates::unknownCertificate(const QString &host, int p
                               "Issued to: %4\nValid until: %5\n\n"
                               "Trust this server from now on?",
                               keyOf(host, port), problems.join(QLatin1Char('\n')), fingerprint,
-                              certificate.subjectInfo(QSslCertificate::CommonName).join(QLatin1String(", ")),
+                              // In the server's own words, which must not pass for ours.
+                              certificate.subjectInfo(QSslCertificate::CommonName)
+                                  .join(QLatin1String(", "))
+                                  .simplified()
+                                  .left(MostName),
                               QLocale().toString(certificate.expiryDate().date(), QLocale::ShortFormat));
     const VelMessages::Answer answer = m_messages.questionYesNo(
         text, i18n("Unknown server"), i18n("Trust the server"), i18n("Do not connect"));

@@ -6,6 +6,7 @@
 #include "model/vellimits.h"
 
 #include <KConfig>
+#include <KConfigGui>
 
 #include <algorithm>
 #include <array>
@@ -107,6 +108,8 @@ namespace VelConfiguration
 {
 KConfigGroup preferences(KConfig *config)
 {
+    // Names the library that can keep colours and fonts: the linker leaves out what nobody names.
+    static_cast<void>(KConfigGui::hasSessionConfig());
     return config->group(QStringLiteral("Preferences"));
 }
 

@@ -57,7 +57,8 @@ void VelConnectionTest::start()
 
 void VelConnectionTest::end(bool isGood, bool isRefused)
 {
-    if (!isGood && !isRefused && !m_attempts.empty()) {
+    // Who is not trusted does not get the password in clear text instead.
+    if (!isGood && !isRefused && !m_connection->isDistrusted() && !m_attempts.empty()) {
         start();
         return;
     }

@@ -16,8 +16,8 @@
 #include "model/velsettings.h"
 
 #include <KLocalizedString>
-#include <KRecentFilesAction>
 
+#include <QCursor>
 #include <QGuiApplication>
 
 namespace
@@ -110,7 +110,7 @@ bool VelFileCommands::openDocumentFile(const QUrl &url)
     }
     // Only a failure is told, so that after a success the window is still there.
     if (opened)
-        m_context.recentFiles.addUrl(url);
+        m_context.addRecentFile(url);
     return opened;
 }
 
@@ -131,7 +131,7 @@ void VelFileCommands::saveAs()
     if (!command.isAlive() || url.isEmpty())
         return;
     if (m_context.doc.saveDocument(url, false) && command.isAlive())
-        m_context.recentFiles.addUrl(m_context.doc.URL());
+        m_context.addRecentFile(m_context.doc.URL());
 }
 
 /** Adds what the file holds; without what had to be left out, which the counts tell. */

@@ -10,7 +10,6 @@
 #include <memory>
 #include <optional>
 
-class KRecentFilesAction;
 class VelDoc;
 class VelFileChooser;
 class VelMessages;
@@ -36,7 +35,7 @@ public:
         VelMessages &messages;
         VelFileChooser &files;
         VelSettings &settings;
-        KRecentFilesAction &recentFiles;
+        std::function<void(const QUrl &)> addRecentFile;
         std::function<void(const QString &)> status;
         /** True while the calendar may not be changed; status texts are left alone then. */
         std::function<bool()> isEditLocked;

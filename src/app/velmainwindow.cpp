@@ -77,8 +77,8 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
     VelConfiguration::readPreferences(VelConfiguration::preferences(applicationConfig()), m_settings, m_look,
                                       VelLook::defaults(palette()));
     initDocument();
-    initUndo();
     initNetwork();
+    initUndo();
     initAlarm();
     const VelWindowOptions options =
         VelConfiguration::readOptions(VelConfiguration::generalOptions(applicationConfig()));
@@ -95,12 +95,12 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
 
 VelMainWindow::~VelMainWindow()
 {
-    m_network.reset();
     m_undo.reset();
     // No reminder may be answered any more, and the views take their leave of the document, which goes last.
     m_alarm.reset();
     m_alerts.reset();
     delete m_view;
+    m_network.reset();
     delete m_doc;
 }
 
@@ -132,12 +132,12 @@ void VelMainWindow::initDocument()
         setCaption(captionText(), modified);
     });
     connect(m_doc, &VelDoc::urlChanged, this, &VelMainWindow::updateCaption);
-    connect(m_doc, &VelDoc::editLockWanted, this, &VelMainWindow::setEditLock);
+    connect(m_doc, &VelDoc::editLockWanted, this, &VelMainWindow::updateEditActions);
     connect(m_doc, &VelDoc::saveAsWanted, this, &VelMainWindow::slotFileSaveAs);
     m_actions->save->setEnabled(false);
     m_fileCommands = std::make_unique<VelFileCommands>(VelFileCommands::Context{
-        *m_doc, *m_messages, *m_files, m_settings, *m_actions->openRecent,
-        [this](const QString &text) { slotStatusMsg(text); }, [this] { return m_editLock; },
+        *m_doc, *m_messages, *m_files, m_settings, [this](const QUrl &url) { addRecentFile(url); },
+        [this](const QString &text) { slotStatusMsg(text); }, [this] { return isEditLocked(); },
         [this](const VelArchiveChoice &usual) { return chooseArchive(usual); }});
     updateCaption();
 }
@@ -187,9 +187,10 @@ VelWindowOptions VelMainWindow::currentOptions() const
     options.splitterSizes1 = m_view->getSplitter1Sizes();
     options.splitterSizes2 = m_view->getSplitter2Sizes();
     options.docked = m_tray->isShown();
-    // A look at somebody else's calendar is not what is wanted back at the next start.
+    // A look at somebody else's calendar, or an empty one, is not what is wanted back at the next start.
     const KConfigGroup stored = VelConfiguration::generalOptions(applicationConfig());
-    const QUrl untitled = isRemote() ? VelConfiguration::readOptions(stored).docUrl : QUrl();
+    const bool isNothing = isRemote() || m_doc->getEntryCount() == 0;
+    const QUrl untitled = isNothing ? VelConfiguration::readOptions(stored).docUrl : QUrl();
     options.docUrl = m_doc->isUntitled() ? untitled : m_doc->URL();
     return options;
 }
@@ -201,8 +202,23 @@ void VelMainWindow::saveOptions()
     VelConfiguration::writePreferences(VelConfiguration::preferences(config), m_settings, m_look,
                                        VelLook::defaults(palette()));
     m_view->writeConfig(config);
-    m_actions->openRecent->saveEntries(config->group(QStringLiteral("Recent Files")));
     config->sync();
+}
+
+/** All windows offer the same files. */
+void VelMainWindow::addRecentFile(const QUrl &url)
+{
+    KConfigGroup group = applicationConfig()->group(QStringLiteral("Recent Files"));
+    m_actions->openRecent->loadEntries(group);
+    m_actions->openRecent->addUrl(url);
+    m_actions->openRecent->saveEntries(group);
+    group.sync();
+    const QList<KMainWindow *> windows = memberList();
+    for (KMainWindow *each : windows) {
+        auto *window = qobject_cast<VelMainWindow *>(each);
+        if (window && window != this)
+            window->m_actions->openRecent->loadEntries(group);
+    }
 }
 
 void VelMainWindow::setCutCopy(const VelEntry *selected, bool isSelected)
@@ -218,13 +234,18 @@ void VelMainWindow::setCutCopy(const VelEntry *selected, bool isSelected)
 
 void VelMainWindow::setEditLock(bool locked)
 {
-    m_editLock = locked;
+    m_lockHolders = std::max(0, m_lockHolders + (locked ? 1 : -1));
     updateEditActions();
+}
+
+bool VelMainWindow::isEditLocked() const
+{
+    return m_lockHolders > 0 || m_closing || m_network->isSynchronizing() || !m_doc->isWritable();
 }
 
 bool VelMainWindow::mayEdit() const
 {
-    return !m_editLock && m_doc->isWritable();
+    return !isEditLocked();
 }
 
 void VelMainWindow::updateEditActions()
@@ -235,9 +256,11 @@ void VelMainWindow::updateEditActions()
     m_actions->import->setEnabled(mayEdit());
     m_actions->newEntry->setEnabled(mayEdit());
     m_actions->newTodo->setEnabled(mayEdit());
-    // Somebody at work on an entry holds the lock of a calendar that could be changed.
-    m_actions->synchronize->setEnabled(!m_network->isSynchronizing()
-                                       && (!m_editLock || !m_doc->isWritable()));
+    // A calendar that may only be read is locked for good, but what others do in it is still to be seen.
+    m_actions->synchronize->setEnabled(m_lockHolders == 0 && !m_closing && !m_network->isSynchronizing());
+    for (QAction *action :
+         {m_actions->openNew, m_actions->open, static_cast<QAction *>(m_actions->openRecent)})
+        action->setEnabled(!m_closing);
     m_undo->updateActions();
     slotClipboardChanged();
 }
@@ -297,9 +320,12 @@ void VelMainWindow::updateAll()
 void VelMainWindow::takePreferences(const VelSettings &settings, const VelLook &look)
 {
     const bool isOtherWeek = settings.getWorkdays() != m_settings.getWorkdays();
+    const bool isOtherAccount = settings.server != m_settings.server || settings.user != m_settings.user;
     m_settings = settings;
     m_look = look;
     updateAll();
+    if (isOtherAccount)
+        netTask(VelNetTask::UserList, {}, true);
     if (isOtherWeek)
         m_view->setMainView(m_view->viewType(), m_view->viewSize());
 }

@@ -77,7 +77,8 @@ public:
                         const std::function<void(const VelConnectionResult &)> &done) override;
     void setCutCopy(const VelEntry *selected, bool isSelected) override;
     void setEditLock(bool locked) override;
-    [[nodiscard]] bool isEditLocked() const { return m_editLock; }
+    /** True while somebody holds the lock, a synchronisation runs, the window waits to close, or nothing may be changed. */
+    [[nodiscard]] bool isEditLocked() const;
     [[nodiscard]] bool mayEdit() const override;
     void slotStatusMsg(const QString &text) override;
 
@@ -165,10 +166,13 @@ private:
     [[nodiscard]] QString captionText() const;
     void updateCaption();
     void updateEditActions();
-    bool saveByItself();
+    void saveByItself();
+    [[nodiscard]] bool mayCloseNow();
     [[nodiscard]] bool waitsForNetwork();
     void finishMerge(const VelMerge::Report &report);
     void closeDenied();
+    void shareAccount();
+    void addRecentFile(const QUrl &url);
     [[nodiscard]] bool isRemote() const;
     [[nodiscard]] std::optional<int> askAbout(const VelMerge::Question &question);
     [[nodiscard]] std::optional<int> runEntryInfo(const VelEntry &entry, VelAnswer::Mode mode,
@@ -207,7 +211,9 @@ private:
     VelRemoteCalendarDialog *m_remoteDialog = nullptr; // made when it is first needed
     QPointer<VelEntryInfo> m_entryInfo; // goes with the window too
     QTimer m_autoSaveTimer;
-    bool m_editLock = false;
+    int m_lockHolders = 0; // an open editor, an entry in the hand of the mouse
+    bool m_isDenied = false; // the server has refused the calendar, and the window is about to go
+    bool m_isSavingByItself = false;
     bool m_closing = false; // the window goes when the server has answered
     bool m_autoSaveFailed = false; // and the user has been told
 };

@@ -28,8 +28,12 @@ void VelMainWindow::initNetwork()
 {
     m_trust = std::make_unique<VelCertificates>(*m_messages);
     m_network = std::make_unique<VelNetwork>(VelNetwork::Context{
-        *m_doc, m_settings, *m_messages, *m_trust, [this](bool locked) { setEditLock(locked || m_closing); },
-        [this] { return m_editLock; }, [this](const QString &text) { slotStatusMsg(text); },
+        *m_doc, m_settings, *m_messages, *m_trust, [this] { return m_lockHolders > 0 || m_view->hasInput(); },
+        [this] { updateEditActions(); },
+        [this](const QString &text) {
+            if (!m_closing) // what it waits for is what counts then
+                slotStatusMsg(text);
+        },
         [this](const VelMerge::Question &question) { return askAbout(question); }});
     VelNetwork *network = m_network.get();
     connect(network, &VelNetwork::netStatusChanged, this, &VelMainWindow::setNetStatus);
@@ -42,14 +46,17 @@ void VelMainWindow::initNetwork()
     connect(network, &VelNetwork::netTaskFailed, this, &VelApp::netTaskFailed);
     connect(network, &VelNetwork::merged, this, &VelMainWindow::finishMerge);
     connect(network, &VelNetwork::synchronizationEnded, this, &VelMainWindow::updateEditActions);
-    connect(network, &VelNetwork::settingsChanged, this, &VelMainWindow::saveOptions);
+    connect(network, &VelNetwork::settingsChanged, this, &VelMainWindow::shareAccount);
     connect(network, &VelNetwork::passwordChanged, this,
             [this] { statusBar()->showMessage(i18n("The password has been changed."), NoticeTime); });
     connect(network, &VelNetwork::accessDenied, this, &VelMainWindow::closeDenied);
     connect(network, &VelNetwork::idle, this, [this] {
         m_onlineWidget->setFailure(m_network->lastFailure());
-        if (m_closing)
-            slotFileQuit();
+        // Later: that the calendar was refused is told after the end of the last request.
+        QTimer::singleShot(0, this, [this] {
+            if (m_closing && !m_isDenied && !m_network->isBusy())
+                slotFileQuit();
+        });
     });
 }
 
@@ -88,6 +95,10 @@ void VelMainWindow::slotAutoSync()
 
 void VelMainWindow::slotChangePass()
 {
+    if (!m_network->hasAccount()) {
+        m_network->tellNoAccount();
+        return;
+    }
     std::optional<QString> digest;
     if (m_askPassword) {
         digest = m_askPassword(m_settings.pass);
@@ -108,7 +119,7 @@ void VelMainWindow::slotFileRemote()
         m_remoteDialog = new VelRemoteCalendarDialog(this);
         connect(m_remoteDialog, &VelRemoteCalendarDialog::calendarChosen, this, &VelMainWindow::openRemote);
     }
-    m_remoteDialog->update();
+    m_remoteDialog->refresh();
     m_remoteDialog->show();
 }
 
@@ -148,35 +159,62 @@ void VelMainWindow::finishMerge(const VelMerge::Report &report)
             m_doc->setModified(false); // it is kept where it came from
     }
     m_doc->setModsSynced(!report.hasUnsent);
-    if (!report.merged.empty()) {
-        statusBar()->showMessage(i18np("One entry came from the server.", "%1 entries came from the server.",
-                                       static_cast<int>(report.merged.size())),
-                                 NoticeTime);
+    if (report.received > 0) {
+        statusBar()->showMessage(
+            i18np("One entry came from the server.", "%1 entries came from the server.", report.received),
+            NoticeTime);
     }
 }
 
 void VelMainWindow::closeDenied()
 {
+    if (std::exchange(m_isDenied, true))
+        return;
+    m_network->stop();
     // Nobody may have been at the screen when it was refused, and a window that is gone explains nothing.
+    const QPointer<VelMainWindow> self(this);
     m_messages->information(i18n("The server does not let you see this calendar any more. It is closed now."),
                             i18n("Access denied"));
-    slotFileClose();
+    if (self)
+        slotFileClose();
 }
 
-bool VelMainWindow::saveByItself()
+/** The account is the user's: a window that kept an old password would fail, and write it over the new one at its end. */
+void VelMainWindow::shareAccount()
 {
+    const QList<KMainWindow *> windows = memberList();
+    for (KMainWindow *each : windows) {
+        auto *window = qobject_cast<VelMainWindow *>(each);
+        if (!window || window->m_settings.server != m_settings.server
+            || window->m_settings.user != m_settings.user)
+            continue;
+        window->m_settings.pass = m_settings.pass;
+        window->m_settings.origUserid = m_settings.origUserid;
+    }
+    saveOptions();
+}
+
+void VelMainWindow::saveByItself()
+{
+    // What it asks may stand for longer than the timer takes.
+    if (m_isSavingByItself)
+        return;
+    m_isSavingByItself = true;
+    const QPointer<VelMainWindow> self(this);
     // A failure is told once in a box and from then on in the status bar, until a save succeeds.
     if (!m_autoSaveFailed && !m_doc->hasDeclinedOverwrite())
         m_doc->saveDocument(m_doc->URL(), true);
     else
         m_doc->saveQuietly();
+    if (!self)
+        return;
+    m_isSavingByItself = false;
     const bool hadFailed = m_autoSaveFailed;
     m_autoSaveFailed = m_doc->isModified();
     if (m_autoSaveFailed)
         slotStatusMsg(i18n("The calendar could not be saved automatically. Please save it yourself."));
     else if (hadFailed)
         slotStatusMsg(i18n("Ready."));
-    return !m_autoSaveFailed;
 }
 
 void VelMainWindow::slotAutoSave()
@@ -192,22 +230,36 @@ bool VelMainWindow::waitsForNetwork()
     // The desktop ends: it does not wait, and the next start synchronises.
     if (qApp->isSavingSession())
         return false;
+    if (m_isDenied)
+        return false;
     if (m_settings.autoSync && m_settings.autoSave && !m_doc->isModsSynced() && !m_closing)
         slotAutoSync();
     return m_network->isBusy();
+}
+
+/** Asked for again while it waits already. */
+bool VelMainWindow::mayCloseNow()
+{
+    if (!m_closing)
+        return false;
+    const VelMessages::Answer answer = m_messages->questionYesNo(
+        i18n("The server has not answered yet. What it has not confirmed is sent again at the "
+             "next synchronization.\nClose without waiting?"),
+        i18n("Waiting for the server"), i18n("Close now"), i18n("Wait"));
+    return answer == VelMessages::Answer::Yes;
 }
 
 bool VelMainWindow::queryClose()
 {
     m_view->finishInput();
     if (!m_doc->saveModified()) {
-        if (std::exchange(m_closing, false))
-            setEditLock(!m_doc->isWritable());
+        m_closing = false;
+        updateEditActions();
         return false;
     }
-    if (waitsForNetwork()) {
+    if (waitsForNetwork() && !mayCloseNow()) {
         m_closing = true;
-        setEditLock(true);
+        updateEditActions();
         slotStatusMsg(i18n("Waiting for network operations to finish..."));
         return false;
     }

@@ -134,7 +134,7 @@ void VelMainWindow::slotFileQuit()
     QClipboard *clipboard = QGuiApplication::clipboard();
     if (qobject_cast<const VelDrag *>(clipboard->mimeData()))
         clipboard->clear();
-    if (!close())
+    if (!close() && !m_closing)
         slotStatusMsg(i18n("Ready."));
 }
 
@@ -233,10 +233,11 @@ int VelMainWindow::showEntryInfo(const VelEntry &entry, VelAnswer::Mode mode, co
 {
     const quint32 localid = isStored(entry) ? m_doc->getOriginalEntry(&entry)->localid : 0;
     const QPointer<VelMainWindow> self(this);
-    const int answer = runEntryInfo(entry, mode, text, mayEdit()).value_or(VelAccount::Unanswered);
+    const int answer = runEntryInfo(entry, mode, text, m_doc->isWritable()).value_or(VelAccount::Unanswered);
     if (!self)
         return VelAccount::Unanswered;
-    if (answer != VelAccount::Unanswered && mayEdit() && applyAnswer(localid, answer)) {
+    // A synchronisation that runs meanwhile does not know of the answer; the next one sends it.
+    if (answer != VelAccount::Unanswered && m_doc->isWritable() && applyAnswer(localid, answer)) {
         if (answer == VelAccount::Declined)
             m_view->getCurrentView()->clearSelectedEntry(false);
         m_doc->slotUpdateAllViews(nullptr);
@@ -297,8 +298,6 @@ void VelMainWindow::applyPreferences(const VelSettings &settings, const VelLook 
             window->takePreferences(wanted, look);
     }
     saveOptions();
-    if (isOtherAccount)
-        netTask(VelNetTask::UserList, {}, true);
 }
 
 void VelMainWindow::slotPreferences()
@@ -372,6 +371,8 @@ void VelMainWindow::readProperties(const KConfigGroup &group)
         return;
     else if (m_doc->recoverDocument(recovery, url))
         QFile::remove(recovery);
+    else if (hasFile)
+        openDocumentFile(url); // the copy is no use, and stays for whoever can read it
 }
 
 void VelMainWindow::printOut(VelPrintout &printout)

@@ -13,6 +13,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -20,6 +21,16 @@ constexpr int MsecsPerMinute = 60000;
 
 /** Entries fetched to be looked at are kept while they may be; more would be a calendar. */
 constexpr std::size_t MostReceived = 100;
+
+constexpr char NewPassHead[] = "<newpass>";
+constexpr char NewPassTail[] = "</newpass>";
+
+/** The digest that a change of the password carries: with several under way each stands for its own. */
+QString digestOf(const QString &argument)
+{
+    const int head = int(sizeof NewPassHead) - 1;
+    return argument.mid(head, argument.size() - head - int(sizeof NewPassTail) + 1);
+}
 } // namespace
 
 VelNetwork::VelNetwork(Context context)
@@ -33,6 +44,8 @@ VelNetwork::VelNetwork(Context context)
     connect(&m_connection, &VelConnection::failed, this, &VelNetwork::tellFailure);
     connect(&m_connection, &VelConnection::taskFailed, this, &VelNetwork::netTaskFailed);
     connect(&m_connection, &VelConnection::taskEnded, this, [this](int type) {
+        if (std::exchange(m_hasShownProgress, false))
+            m_context.status(i18n("Ready."));
         if (type == VelNetTask::Sync)
             endSync();
     });
@@ -40,6 +53,7 @@ VelNetwork::VelNetwork(Context context)
     connect(&m_connection, &VelConnection::queueEmpty, this, &VelNetwork::idle);
     connect(&m_connection, &VelConnection::accessDenied, this, &VelNetwork::accessDenied);
     connect(&m_connection, &VelConnection::progress, this, [this](qint64 bytes) {
+        m_hasShownProgress = true;
         m_context.status(i18n("Receiving data from the server: %1", KFormat().formatByteSize(double(bytes))));
     });
 }
@@ -65,17 +79,20 @@ void VelNetwork::slotSynchronize()
     if (hasAccount())
         startSync(i18n("Synchronizing with server"), false);
     else
-        m_context.messages.information(
-            i18n("Please set server connection settings in Settings -> Configuring Delmast Time."));
+        tellNoAccount();
+}
+
+void VelNetwork::tellNoAccount()
+{
+    m_context.messages.information(
+        i18n("Please set server connection settings in Settings -> Configuring Delmast Time."));
 }
 
 void VelNetwork::slotAutoSync()
 {
-    if (!m_context.settings.autoSync)
+    if (!m_context.settings.autoSync || m_isStopped)
         return;
-    // A calendar that may only be read is locked for good; nobody is at work on it.
-    const bool isInUse = m_context.isEditLocked() && m_context.doc.isWritable();
-    if (m_isSynchronizing || isInUse)
+    if (m_isSynchronizing || m_context.isInUse())
         m_autoSyncTimer.start(LockedRetry);
     else if (hasAccount())
         startSync(i18n("Synchronizing with server."), true);
@@ -84,7 +101,7 @@ void VelNetwork::slotAutoSync()
 void VelNetwork::startSync(const QString &text, bool quiet)
 {
     m_isSynchronizing = true;
-    m_context.setEditLock(true);
+    m_context.lockChanged();
     m_context.status(text);
     m_connection.netTask(VelNetTask::Sync, {}, quiet);
 }
@@ -95,7 +112,7 @@ void VelNetwork::endSync()
         return;
     m_isSynchronizing = false;
     m_context.doc.endExchange();
-    m_context.setEditLock(!m_context.doc.isWritable());
+    m_context.lockChanged();
     m_context.status(i18n("Ready."));
     setAutoSyncTimer();
     Q_EMIT synchronizationEnded();
@@ -103,17 +120,22 @@ void VelNetwork::endSync()
 
 void VelNetwork::setAutoSyncTimer()
 {
-    if (m_context.settings.autoSync)
+    if (m_context.settings.autoSync && !m_isStopped)
         m_autoSyncTimer.start(m_context.settings.autoSyncInterval * MsecsPerMinute);
     else
         m_autoSyncTimer.stop();
 }
 
+void VelNetwork::stop()
+{
+    m_isStopped = true;
+    m_autoSyncTimer.stop();
+}
+
 void VelNetwork::changePassword(const QString &digest)
 {
-    m_pendingPass = digest;
-    m_connection.netTask(VelNetTask::ChangePass,
-                         QLatin1String("<newpass>") + digest + QLatin1String("</newpass>"), false);
+    const QString argument = QLatin1String(NewPassHead) + digest + QLatin1String(NewPassTail);
+    m_connection.netTask(VelNetTask::ChangePass, argument, false);
 }
 
 void VelNetwork::tellFailure(const QString &message, bool quiet)
@@ -178,7 +200,7 @@ void VelNetwork::takeOther(int type, VelXmlContent &content)
         Q_EMIT rightsReady();
         break;
     case VelNetTask::ChangePass:
-        m_context.settings.pass = m_pendingPass;
+        m_context.settings.pass = digestOf(m_connection.currentArgument());
         Q_EMIT settingsChanged();
         Q_EMIT passwordChanged();
         break;

@@ -26,8 +26,8 @@ public:
         VelSettings &settings;
         VelMessages &messages;
         VelTrust &trust;
-        std::function<void(bool)> setEditLock;
-        std::function<bool()> isEditLocked;
+        std::function<bool()> isInUse; ///< somebody is at work on an entry
+        std::function<void()> lockChanged; ///< isSynchronizing() is another
         std::function<void(const QString &)> status;
         /** Shows what the user must know or answer, see VelMerge::setAnswer(). May run an event loop. */
         std::function<std::optional<int>(const VelMerge::Question &)> ask;
@@ -42,12 +42,16 @@ public:
     /** True when a server and a user are set. */
     [[nodiscard]] bool hasAccount() const;
     void netTask(int type, const QString &argument, bool quiet);
+    /** That the preferences name no server or no user. */
+    void tellNoAccount();
     void slotSynchronize();
     void slotAutoSync();
     /** Waits for the next automatic synchronisation, or not, as the preferences say now. */
     void setAutoSyncTimer();
     /** Sends the digest of a new password, which replaces the one in the settings when the server takes it. */
     void changePassword(const QString &digest);
+    /** Synchronises no more by itself. */
+    void stop();
 
     [[nodiscard]] bool isSynchronizing() const { return m_isSynchronizing; }
     /** True while a request is under way. */
@@ -86,7 +90,8 @@ private:
     Context m_context;
     VelConnection m_connection;
     QTimer m_autoSyncTimer;
-    QString m_pendingPass;
     std::vector<std::unique_ptr<VelEntry>> m_received; // entries that were asked for one by one
     bool m_isSynchronizing = false; // from the wish to the end of the request
+    bool m_isStopped = false;
+    bool m_hasShownProgress = false;
 };

@@ -103,5 +103,5 @@ void VelArchive::slotDateChanged()
 
 void VelArchive::updateOk()
 {
-    m_ok->setEnabled(m_count > 0 && !getURL().fileName().isEmpty());
+    m_ok->setEnabled(!getURL().fileName().isEmpty());
 }

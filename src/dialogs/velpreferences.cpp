@@ -146,9 +146,12 @@ void VelPreferences::updateButtons()
 
 void VelPreferences::apply()
 {
+    const VelSettings before = m_settings;
     for (const VelPreferencesPage *page : m_pages)
         page->store(m_settings, m_look);
     Q_EMIT settingsChanged(m_settings, m_look);
+    if (m_settings.server != before.server || m_settings.user != before.user)
+        m_settings.origUserid = 0; // the other server, or user, has another
     refresh(m_settings, m_look); // a page may ask the server, which must be the new one by then
 }
 

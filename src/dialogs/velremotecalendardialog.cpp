@@ -42,11 +42,10 @@ VelRemoteCalendarDialog::VelRemoteCalendarDialog(QWidget *parent)
     connect(m_search, &QLineEdit::textChanged, this, &VelRemoteCalendarDialog::search);
     connect(m_view, &QTreeView::doubleClicked, this, &VelRemoteCalendarDialog::slotOk);
     if (m_app) {
-        connect(m_app, &VelApp::accountsReady, this, &VelRemoteCalendarDialog::update);
+        connect(m_app, &VelApp::accountsReady, this, &VelRemoteCalendarDialog::slotAccountsReady);
         connect(m_app, &VelApp::netTaskFailed, this, &VelRemoteCalendarDialog::slotFailed);
     }
-    update();
-    request();
+    refresh();
     constexpr int characters = 48;
     constexpr int lines = 24;
     VelDialogSize::restore(
@@ -101,8 +100,21 @@ void VelRemoteCalendarDialog::update()
     const quint32 selected = selectedId();
     m_model->setAccounts(m_app ? m_app->getAccounts() : VelAccountList());
     select(selected);
+    if (m_model->rowCount() > 0)
+        m_message->hide();
+}
+
+void VelRemoteCalendarDialog::refresh()
+{
+    update();
+    request();
+}
+
+void VelRemoteCalendarDialog::slotAccountsReady()
+{
+    update();
     m_message->setText(i18n("The server knows no users."));
-    m_message->setVisible(m_model->rowCount() == 0 && m_search->text().isEmpty());
+    m_message->setVisible(m_app->getAccounts().isEmpty());
 }
 
 /** Once for each time that the dialog is opened: an answer without any account must not ask again for ever. */

@@ -22,6 +22,8 @@ public:
 
     /** Fills the list anew; what was selected stays so. */
     void update();
+    /** The same, and asks the server when nobody is known yet: for each time that the dialog is opened. */
+    void refresh();
 
 Q_SIGNALS:
     /** The dialog was closed with OK; @p id is the number of the user or resource. */
@@ -31,6 +33,7 @@ private:
     void makeControls();
     void makeLayout();
     void request();
+    void slotAccountsReady();
     void slotFailed(int type);
     void slotOk();
     void search(const QString &text);

@@ -10,6 +10,8 @@
 
 #include <KLocalizedString>
 
+#include <QPointer>
+
 #include <algorithm>
 
 bool VelDoc::newDocument()
@@ -157,7 +159,11 @@ bool VelDoc::saveDocument(const QUrl &chosenUrl, bool overwrite)
     QUrl url = chosenUrl;
     VelUrl::setSuffix(url, QStringLiteral(".xml"));
     // Consent to replace a file is for the one that was named, not for another that the suffix leads to.
-    if (!mayReplace(url, overwrite && url == chosenUrl)) {
+    const QPointer<VelDoc> self(this);
+    const bool isAllowed = mayReplace(url, overwrite && url == chosenUrl);
+    if (!self)
+        return false; // closed while it asked
+    if (!isAllowed) {
         m_declinedOverwrite = m_declinedOverwrite || overwrite;
         return false;
     }

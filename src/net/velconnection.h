@@ -71,6 +71,8 @@ public:
     [[nodiscard]] NetStatus netStatus() const { return m_netStatus; }
     /** Why the last quiet request failed, in the words that nobody was shown; empty after a good answer. */
     [[nodiscard]] QString lastQuietFailure() const { return m_lastQuietFailure; }
+    /** True when the last connection was given up because the server is not trusted. */
+    [[nodiscard]] bool isDistrusted() const { return m_isDistrusted; }
     /** True once the server has sent its list of users, be it empty. */
     [[nodiscard]] bool isUserListReceived() const { return m_isUserListReceived; }
 
@@ -163,6 +165,7 @@ private:
     NetStatus m_netStatus = NoConnection;
     QString m_lastQuietFailure;
     bool m_isUserListReceived = false;
+    bool m_isDistrusted = false;
 
     std::unique_ptr<QSslSocket> m_socket; // a new one for every connection
     quint64 m_socketNumber = 0; // tells what comes from an earlier one

@@ -216,6 +216,7 @@ void VelConnection::askTrust()
     const Peer peer = m_peer;
     dropSocket();
     m_silence.stop();
+    m_isDistrusted = true;
     if (suspect.isChanged) {
         failTask(i18n("The server's certificate has changed since it was accepted. Somebody else may be "
                       "answering in the server's place, so nothing was sent."),
@@ -233,6 +234,7 @@ void VelConnection::askTrust()
             return;
     }
     if (verdict == VelTrust::Verdict::Accept) {
+        m_isDistrusted = false;
         m_trust->remember(peer.host, peer.port, fingerprint);
         openSocket();
     } else {

@@ -134,6 +134,9 @@ VelMerge::Report VelMerge::apply()
     if (m_isTotal)
         removeUnnamed();
     for (Step &step : m_steps) {
+        // One before it may have brought it into the calendar.
+        if (step.localid == 0 && step.entry->globalid != 0)
+            step.localid = m_doc.getLocalId(step.entry->globalid);
         if (step.isPutOff)
             ++m_report.open;
         else if (step.action == Action::Delete)
@@ -177,6 +180,7 @@ void VelMerge::store(Step &step)
         entry->type = VelEntry::Deleted;
         entry->dirty = 1;
     }
+    m_report.received += m_sent.count(step.localid) == 0 ? 1 : 0;
     const bool isNew = entry->localid == 0;
     if (isNew)
         entry = m_doc.newEntry(std::move(entry));
@@ -258,8 +262,7 @@ void VelMerge::markSent()
 
 bool VelMerge::hasUnsent() const
 {
-    return std::any_of(m_before.begin(), m_before.end(), [this](const auto &each) {
-        const VelEntry *current = m_doc.getEntry(each.first);
-        return current && current->dirty != 0;
-    });
+    const VelEntryList all = m_doc.getEntries({}, 0, false, {});
+    return std::any_of(all.begin(), all.end(),
+                       [](const VelEntryRef &entry) { return entry.getOriginal()->dirty != 0; });
 }

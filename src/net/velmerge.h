@@ -56,8 +56,9 @@ public:
         std::vector<Merged>
             merged; ///< in the order of the answer; then what a total synchronisation took away
         bool hasChanged = false; ///< true also when only marks of what is to be sent have been taken away
-        bool hasUnsent = false; ///< something changed meanwhile, and is still to be sent
+        bool hasUnsent = false; ///< an answer, a change made meanwhile or the like is still to be sent
         int open = 0; ///< invitations that were left without an answer
+        int received = 0; ///< entries that are new or another, apart from echoes of what was sent
     };
 
     /**
@@ -101,7 +102,6 @@ private:
     void plan(Step &step, std::size_t index);
     void planForeign(Step &step, std::size_t index);
     void ask(Kind kind, const VelEntry &entry, std::size_t index);
-    void perform(Step &step);
     void store(Step &step);
     void remove(const Step &step);
     void storeOver(std::unique_ptr<VelEntry> entry, const VelEntry &current);

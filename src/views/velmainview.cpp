@@ -149,6 +149,11 @@ VelView *VelMainView::getCurrentView() const
     return viewOf(m_viewType);
 }
 
+bool VelMainView::hasInput() const
+{
+    return getCurrentView()->hasInput();
+}
+
 void VelMainView::finishInput()
 {
     getCurrentView()->finishInput();

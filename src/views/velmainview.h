@@ -62,6 +62,8 @@ public:
 
     /** Takes in the title of a new event that is being typed. */
     void finishInput();
+    /** True while somebody types into a view. */
+    [[nodiscard]] bool hasInput() const;
     /** The big view that is shown. */
     [[nodiscard]] VelView *getCurrentView() const;
     [[nodiscard]] VelDayView *dayView() const { return m_dayView; }

@@ -24,6 +24,7 @@
 #include <QDropEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QTimer>
 
 VelView::VelView(QWidget *parent)
@@ -259,12 +260,16 @@ void VelView::announce(quint32 localid)
 void VelView::dragEntry(const VelEntry *entry)
 {
     VelApp *app = VelApp::getApp(this);
+    const QPointer<VelApp> alive(
+        app); // the window may be closed meanwhile, at the end of the session for one
     app->setEditLock(true);
     app->setDraggedEntry(entry->localid);
     auto *drag = new QDrag(this);
     drag->setMimeData(new VelDrag(*entry, document()->getUserId()));
     // Never a plain move: another program would have us delete what it took.
     drag->exec(Qt::CopyAction, Qt::CopyAction);
+    if (!alive)
+        return;
     app->setDraggedEntry(0);
     app->setEditLock(false);
 }
@@ -332,6 +337,11 @@ void VelView::editSelected()
         VelApp::getApp(this)->showEntryDialog(*original, false);
     else
         VelApp::getApp(this)->showEntryInfo(*entry, VelAnswer::Plain);
+}
+
+bool VelView::hasInput() const
+{
+    return findChild<VelQuickEntry *>() != nullptr;
 }
 
 void VelView::finishInput()

@@ -61,6 +61,8 @@ public:
     void editSelected();
     /** Takes in the title that is being typed, before its place, its calendar or its file is another one. */
     void finishInput();
+    /** True while one is being typed. */
+    [[nodiscard]] bool hasInput() const;
 
     [[nodiscard]] bool hasSelectedEntry() const { return m_selected.localid != 0; }
     [[nodiscard]] bool isSelectedEntry(const VelEntry *entry) const;

@@ -98,11 +98,13 @@ private Q_SLOTS:
     void errorShouldUnlockTheCalendar();
     void automaticSynchronisationShouldWaitForTheLock();
     void quietFailureShouldBeReadOnTheConnection();
+    void closingShouldWaitForTheServer_data();
     void closingShouldWaitForTheServer();
     void deniedCalendarShouldBeClosed();
     void windowClosedAtAQuestionShouldChangeNothing();
     void passwordShouldChangeWhenTheServerTakesIt_data();
     void passwordShouldChangeWhenTheServerTakesIt();
+    void windowsShouldShareTheAccount();
     void calendarOfAnotherShouldOpenInAWindowOfItsOwn();
     void undoAfterASynchronisationShouldBeSent();
     void connectionTestShouldTellTheOutcome_data();
@@ -238,8 +240,16 @@ void VelNetworkTest::quietFailureShouldBeReadOnTheConnection()
     QCOMPARE(toolTip(), QStringLiteral("Connection established"));
 }
 
+void VelNetworkTest::closingShouldWaitForTheServer_data()
+{
+    QTest::addColumn<QByteArray>("command");
+    QTest::newRow("close") << QByteArray("file_close");
+    QTest::newRow("quit") << QByteArray("file_quit");
+}
+
 void VelNetworkTest::closingShouldWaitForTheServer()
 {
+    QFETCH(const QByteArray, command);
     const NetWindow net({Step{answer(Head + eventOf(3, 4))}});
     Session &session = *net.session;
     const QUrl url = QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("closing.xml")));
@@ -247,8 +257,10 @@ void VelNetworkTest::closingShouldWaitForTheServer()
     addEvent(session.doc(), QStringLiteral("Mine"), at(testDay(), 8), at(testDay(), 9));
     session.doc().setModified(true);
     QVERIFY(net.isReady());
-    QVERIFY(!session.window->close());
+    session.trigger(command.constData());
     QCOMPARE(net.status(), QStringLiteral("Waiting for network operations to finish..."));
+    QVERIFY(!session.window->close()); // again: asks, and is told to wait
+    QCOMPARE(session.messages->count(), 1);
     QVERIFY(session.window->isEditLocked());
     QTRY_VERIFY(!session.window);
     QVERIFY(net.server.requests.last().contains("<title>Mine</title>"));
@@ -260,8 +272,13 @@ void VelNetworkTest::deniedCalendarShouldBeClosed()
     const NetWindow net({Step{answer("<action><error>2</error></action>")}});
     QVERIFY(net.isReady());
     net.session->trigger("synchronize");
+    QStringList texts;
+    connect(net.session->window->network(), &VelNetwork::accessDenied, this,
+            [&texts, &net] { texts = textsOf(*net.session->messages); });
     QTRY_VERIFY(!net.session->window);
     QCOMPARE(net.server.requests.size(), 2);
+    QCOMPARE(texts.size(), 2); // the error, and that the calendar is closed
+    QVERIFY(texts.last().contains(QLatin1String("closed")));
 }
 
 void VelNetworkTest::windowClosedAtAQuestionShouldChangeNothing()
@@ -299,10 +316,27 @@ void VelNetworkTest::passwordShouldChangeWhenTheServerTakesIt()
     net.session->trigger("changepass");
     QCOMPARE(net.session->oldPassword, WSecurity::md5(QStringLiteral("old")));
     QVERIFY(net.isReady());
-    QVERIFY(net.server.requests.last().contains("</action>\n<newpass>" + net.session->newPassword->toLatin1()
-                                                + "</newpass></calendar>"));
+    const QByteArray argument = "<newpass>" + net.session->newPassword->toLatin1() + "</newpass>";
+    QVERIFY(net.server.requests.last().contains("</action>\n" + argument + "</calendar>"));
     QFETCH(const QString, password);
     QCOMPARE(net.session->window->settings()->pass, WSecurity::md5(password));
+}
+
+void VelNetworkTest::windowsShouldShareTheAccount()
+{
+    NetWindow net;
+    net.server.script.push_back({answer(Users)});
+    net.server.script.push_back({answer("<action/>")});
+    QVERIFY(net.isReady());
+    const Session other;
+    QTRY_VERIFY(!other.window->network()->isBusy());
+    net.session->newPassword = WSecurity::md5(QStringLiteral("new"));
+    net.session->trigger("changepass");
+    QVERIFY(net.isReady());
+    QCOMPARE(other.window->settings()->pass, *net.session->newPassword);
+    QVERIFY(other.window->close());
+    const KConfigGroup group = KSharedConfig::openConfig()->group(QStringLiteral("Preferences"));
+    QCOMPARE(group.readEntry("Pass", QString()), *net.session->newPassword);
 }
 
 void VelNetworkTest::calendarOfAnotherShouldOpenInAWindowOfItsOwn()
