@@ -252,7 +252,11 @@ bool VelMainWindow::mayCloseNow()
 bool VelMainWindow::queryClose()
 {
     m_view->finishInput();
-    if (!m_doc->saveModified()) {
+    const QPointer<VelMainWindow> self(this);
+    const bool mayGoOn = m_doc->saveModified();
+    if (!self)
+        return false;
+    if (!mayGoOn) {
         m_closing = false;
         updateEditActions();
         return false;

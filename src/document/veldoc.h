@@ -132,7 +132,8 @@ public:
      * @name Reminders
      *
      * One alert is given at a time: alarm() starts it, and it lasts until somebody dismisses or snoozes it; others that
-     * become due wait. Every change of entries brings the schedule up to date by itself.
+     * become due wait. Every change of entries brings the schedule up to date by itself. The calendar of another user of the
+     * server gives none.
      */
     /// @{
     /**
@@ -266,6 +267,7 @@ private:
     void requestAlarmUpdate();
     void armAlarm();
     void endAlarm();
+    [[nodiscard]] bool hasReminders() const;
     [[nodiscard]] std::optional<VelReminders::Alert> dueReminder() const;
     bool markFired(quint32 localid);
     [[nodiscard]] quint32 takeLocalId();

@@ -3,6 +3,8 @@
 
 #include "document/veldoc.h"
 
+#include "model/velsettings.h"
+
 #include <QPointer>
 
 #include <algorithm>
@@ -37,8 +39,16 @@ void VelDoc::requestAlarmUpdate()
     m_alarmTimer.start(0);
 }
 
+/** A colleague's reminders ring where the colleague is: given here, they would count as given there. */
+bool VelDoc::hasReminders() const
+{
+    return m_meta.userid == 0 || m_settings.origUserid == 0 || m_meta.userid == m_settings.origUserid;
+}
+
 std::optional<VelReminders::Alert> VelDoc::dueReminder() const
 {
+    if (!hasReminders())
+        return std::nullopt;
     const auto next = m_alarmEntry == 0 ? m_reminders.next() : std::nullopt;
     return next && next->time <= m_now() ? next : std::nullopt;
 }
@@ -66,7 +76,7 @@ void VelDoc::armAlarm()
     const auto next = m_reminders.next();
     if (m_alarmEntry != 0)
         m_alarmTimer.start(LongestWait); // for alarmUpdated()
-    else if (next)
+    else if (next && hasReminders())
         m_alarmTimer.start(
             static_cast<int>(std::clamp(msecsTo(m_now(), next->time), qint64(0), LongestWait)));
 }

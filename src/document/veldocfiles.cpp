@@ -36,15 +36,22 @@ bool VelDoc::saveModified()
     if (!m_modified)
         return true;
     // What could not be saved by itself is asked about, so that nobody is kept from closing.
+    const QPointer<VelDoc> self(this);
     if (m_settings.autoSave && !isUntitled() && saveDocument(m_url, true))
         return true;
+    if (!self)
+        return false;
     const VelMessages::Answer answer = m_messages.warningYesNoCancel(
         i18n("The current file has been modified.\nDo you want to save it?"), i18n("Warning"));
+    if (!self)
+        return false; // closed while it asked
     switch (answer) {
     case VelMessages::Answer::Yes:
         if (!isUntitled())
             return saveDocument(m_url, true);
         Q_EMIT saveAsWanted();
+        if (!self)
+            return false;
         // The file dialog may have been cancelled: then nothing is saved, and nothing may be thrown away.
         return !m_modified;
     case VelMessages::Answer::No:

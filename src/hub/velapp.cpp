@@ -56,10 +56,10 @@ QString VelApp::getAccountName(quint32 id) const
     return account ? account->name : QString();
 }
 
-void VelApp::requestAccounts()
+void VelApp::requestAccounts(bool quiet)
 {
     if (getAccounts().isEmpty())
-        netTask(VelNetTask::UserList, {}, false);
+        netTask(VelNetTask::UserList, {}, quiet);
 }
 
 QAction *VelApp::getAction(const QString &name) const

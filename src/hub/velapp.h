@@ -76,8 +76,11 @@ public:
      * are set.
      */
     virtual void netTask(int type, const QString &argument, bool quiet) = 0;
-    /** Asks the server for its users and resources if none are known: see accountsReady(). */
-    void requestAccounts();
+    /**
+     * Asks the server for its users and resources if none are known: see accountsReady(). @p quiet is for those who have
+     * something else in mind, and can do without.
+     */
+    void requestAccounts(bool quiet = false);
     /**
      * Tries whether the server that @p settings name can be reached, encrypted first for a new account, and knows the
      * user. Calls @p done once, later, unless the window goes before.

@@ -74,7 +74,7 @@ void VelConnection::netTask(int type, const QString &argument, bool quiet)
     if (type == VelNetTask::Sync && m_doc.getAccounts().isEmpty() && !m_isUserListReceived
         && !isUnderWay(VelNetTask::UserList)) {
         const QPointer<VelConnection> self(this);
-        netTask(VelNetTask::UserList, {}, false);
+        netTask(VelNetTask::UserList, {}, quiet); // what nobody asked for fails without a word
         if (!self)
             return;
     }

@@ -66,6 +66,7 @@ private Q_SLOTS:
     void shouldRingByTheClockOnTheWall_data();
     void shouldRingByTheClockOnTheWall();
     void overdueOnesShouldRingOnceEachInOrder();
+    void colleaguesRemindersShouldNotRingHere();
     void othersShouldWaitUntilOneIsAnswered();
     void alertShouldEndWithItsReason();
     void snoozedShouldRingLaterOrAfterARestart();
@@ -133,6 +134,20 @@ void VelRemindersTest::overdueOnesShouldRingOnceEachInOrder()
     doc.move(ids[0], march(2, 7));
     doc.move(ids[3], march(2, 7));
     QCOMPARE(doc.settle(), (Ids{ids[2], ids[0], ids[1], ids[3]}));
+}
+
+void VelRemindersTest::colleaguesRemindersShouldNotRingHere()
+{
+    Doc doc;
+    doc.settings.origUserid = 3;
+    doc.setUserId(9);
+    const quint32 localid = doc.addReminder(march(1, 9), 15);
+    QCOMPARE(doc.settle(), Ids());
+    QCOMPARE(doc.passTo(march(2, 9)), -1);
+    QVERIFY(!doc.getEntry(localid)->reminderfired);
+    doc.setUserId(3);
+    doc.updateAlarm();
+    QCOMPARE(doc.settle(), Ids{localid});
 }
 
 void VelRemindersTest::othersShouldWaitUntilOneIsAnswered()
