@@ -92,6 +92,13 @@ QUrl VelArchive::getURL() const
     return m_file->text().trimmed().isEmpty() ? QUrl() : m_file->url();
 }
 
+void VelArchive::accept()
+{
+    m_date->finishInput();
+    if (m_ok->isEnabled())
+        QDialog::accept();
+}
+
 void VelArchive::slotDateChanged()
 {
     m_count = m_countEntries(getDate());

@@ -31,6 +31,9 @@ public:
     /** The archive file; empty when none is named. */
     [[nodiscard]] QUrl getURL() const;
 
+    /** With what is typed, if there is anything to archive then. */
+    void accept() override;
+
 private:
     void buildLayout();
     void slotDateChanged();

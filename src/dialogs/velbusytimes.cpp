@@ -47,7 +47,8 @@ void VelBusyTimes::setAccounts(const VelAccountList &accounts)
     m_long.clear();
     m_answers.clear();
     m_requested.clear();
-    std::fill(m_out.begin(), m_out.end(), int(Dropped));
+    for (Request &request : m_out)
+        request.week = Dropped;
     m_isRetrieving = false;
 }
 
@@ -83,10 +84,16 @@ bool VelBusyTimes::requestEntries(QDate date)
     if (!isKnownToServer())
         return true;
     m_requested.push_back(week);
-    m_out.push_back(week);
+    const QString body = requestBody(date);
+    m_out.push_back({week, body});
     m_isRetrieving = true;
-    m_ask(requestBody(date));
+    m_ask(body);
     return false;
+}
+
+bool VelBusyTimes::isRequested(QDate date) const
+{
+    return contains(m_requested, weekOf(date));
 }
 
 bool VelBusyTimes::isAnswered(QDate date) const
@@ -94,26 +101,32 @@ bool VelBusyTimes::isAnswered(QDate date) const
     if (!isKnownToServer())
         return true;
     const int week = weekOf(date);
-    return contains(m_requested, week) && std::find(m_out.begin(), m_out.end(), week) == m_out.end();
+    return contains(m_requested, week)
+        && std::none_of(m_out.begin(), m_out.end(),
+                        [week](const Request &request) { return request.week == week; });
 }
 
 bool VelBusyTimes::isFetching() const
 {
-    return std::any_of(m_out.begin(), m_out.end(), [](int week) { return week != Dropped; });
+    return std::any_of(m_out.begin(), m_out.end(),
+                       [](const Request &request) { return request.week != Dropped; });
 }
 
-int VelBusyTimes::takeOldest()
+/** The week of the oldest request of that body, which is out no longer. */
+int VelBusyTimes::takeRequest(const QString &body)
 {
-    if (m_out.empty())
+    const auto found = std::find_if(m_out.begin(), m_out.end(),
+                                    [&body](const Request &request) { return request.body == body; });
+    if (found == m_out.end())
         return Dropped;
-    const int week = m_out.front();
-    m_out.pop_front();
+    const int week = found->week;
+    m_out.erase(found);
     return week;
 }
 
-bool VelBusyTimes::takeEntries(const VelReceivedEntries &entries)
+bool VelBusyTimes::takeEntries(const VelReceivedEntries &entries, const QString &body)
 {
-    if (takeOldest() == Dropped)
+    if (takeRequest(body) == Dropped)
         return false;
     m_isRetrieving = false;
     if (!entries)
@@ -126,9 +139,9 @@ bool VelBusyTimes::takeEntries(const VelReceivedEntries &entries)
     return true;
 }
 
-bool VelBusyTimes::takeFailure()
+bool VelBusyTimes::takeFailure(const QString &body)
 {
-    const int week = takeOldest();
+    const int week = takeRequest(body);
     if (week == Dropped)
         return false;
     m_isRetrieving = false;
@@ -177,7 +190,7 @@ VelEntryList VelBusyTimes::getEntries(QDate date, quint32 except)
         std::for_each(m_cache.begin(), m_cache.end(), take);
         return entries;
     }
-    if (!contains(m_requested, weekOf(date))) {
+    if (!isRequested(date)) {
         requestEntries(date);
         return entries;
     }

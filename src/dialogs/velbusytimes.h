@@ -14,7 +14,7 @@
  * The busy times of some accounts, fetched from the server week by week and kept.
  *
  * Weeks are told apart by their number in the year alone, so that what was fetched for week 5 serves week 5 of the next
- * year, too. Answers do not say what they are to: they come in the order of the requests.
+ * year, too. Answers come to everybody in the window: one's own are known by the body of the request.
  */
 class VelBusyTimes
 {
@@ -44,23 +44,30 @@ public:
 
     /** A request was sent, and since then no answer has come and no earlier week was asked for again. */
     [[nodiscard]] bool isRetrieving() const { return m_isRetrieving; }
+    /** True when the week of @p date has been asked for. */
+    [[nodiscard]] bool isRequested(QDate date) const;
     /** True when the week of @p date has been answered, or there is nobody to ask for. */
     [[nodiscard]] bool isAnswered(QDate date) const;
     /** True while an answer is out. */
     [[nodiscard]] bool isFetching() const;
 
-    /** Takes what answers the oldest request. False when that was not to these accounts. */
-    bool takeEntries(const VelReceivedEntries &entries);
-    /** The oldest request got no answer: its week is forgotten, to be asked for again. False as above. */
-    bool takeFailure();
+    /** Takes the answer to @p body. False for one that was not asked for from here, or was for other accounts. */
+    bool takeEntries(const VelReceivedEntries &entries, const QString &body);
+    /** @p body got no answer: its week is forgotten, to be asked for again. False as above. */
+    bool takeFailure(const QString &body);
 
 private:
     /** In place of the week of a request that no longer matters. */
     static constexpr int Dropped = -1;
 
+    struct Request {
+        int week; ///< its number
+        QString body;
+    };
+
     [[nodiscard]] bool isKnownToServer() const;
     [[nodiscard]] QString requestBody(QDate date) const;
-    [[nodiscard]] int takeOldest();
+    [[nodiscard]] int takeRequest(const QString &body);
     void addToIndex(const VelEntry &entry, std::size_t place);
     [[nodiscard]] std::vector<std::size_t> placesOn(QDate date) const;
 
@@ -71,6 +78,6 @@ private:
     std::unordered_map<qint32, std::vector<std::size_t>> m_byDay; // Julian day to places in the cache
     std::vector<std::size_t> m_long; // places of those that take more days than are worth listing one by one
     std::vector<int> m_requested; // numbers of weeks
-    std::deque<int> m_out; // numbers of the weeks that are not answered, the oldest first
+    std::deque<Request> m_out; // those that are not answered, the oldest first
     bool m_isRetrieving = false;
 };

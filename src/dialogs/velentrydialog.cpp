@@ -53,7 +53,7 @@ VelEntryDialog::VelEntryDialog(VelApp &app, VelAddressBook &book, const VelEntry
     explain();
     fill(VelEntryForm::of(m_entry));
     // An entry of another calendar may have the same id.
-    connect(&m_doc, &VelDoc::contentsReplaced, this, [this] { done(Rejected); });
+    connect(&m_doc, &VelDoc::contentsReplaced, this, &VelEntryDialog::abandon);
     if (isEvent()) {
         connect(&app, &VelApp::accountsReady, this, &VelEntryDialog::slotAccountsReady);
         app.requestAccounts();
@@ -75,6 +75,17 @@ VelEntryDialog::~VelEntryDialog()
 QString VelEntryDialog::sizeName() const
 {
     return isEvent() ? QStringLiteral("EventEditor") : QStringLiteral("TodoEditor");
+}
+
+/** The planner, the recurrence or a box for a new person would go on without what it is about. */
+void VelEntryDialog::abandon()
+{
+    const QList<QDialog *> nested = findChildren<QDialog *>();
+    for (QDialog *dialog : nested) {
+        if (dialog->isVisible())
+            dialog->reject();
+    }
+    done(Rejected);
 }
 
 void VelEntryDialog::slotAccountsReady()
@@ -133,8 +144,16 @@ VelEntryForm VelEntryDialog::form() const
     return form;
 }
 
+/** A button pressed by its mnemonic leaves the focus where somebody types. */
+void VelEntryDialog::finishInput()
+{
+    m_start->finishInput();
+    m_end->finishInput();
+}
+
 bool VelEntryDialog::updateData()
 {
+    finishInput();
     const VelEntryForm written = form();
     if (!written.isInOrder()) {
         m_app.messages().error(i18n("Start time may not be later than end time."));
@@ -211,6 +230,7 @@ void VelEntryDialog::slotRecurring(bool recurring)
 
 void VelEntryDialog::slotRecurDialog()
 {
+    finishInput();
     const QPointer<VelEntryDialog> alive(this);
     m_recurDialog->setRule(m_recurDialog->getRule(), m_start->getDate());
     m_recurDialog->exec();
@@ -223,6 +243,7 @@ void VelEntryDialog::slotFindDialog()
 {
     if (!isEvent())
         return;
+    finishInput();
     VelEntry planned = m_entry;
     planned.setStart(VelDateTime::fromQDateTime(m_start->getDateTime()));
     planned.setEnd(VelDateTime::fromQDateTime(m_end->getDateTime()));

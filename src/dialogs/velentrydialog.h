@@ -77,6 +77,8 @@ private:
     void makeButtons();
     void explain();
     void fill(const VelEntryForm &form);
+    void finishInput();
+    void abandon();
     void store(const VelEntryForm &written);
     [[nodiscard]] bool isEvent() const { return m_entry.type == VelEntry::Event; }
     [[nodiscard]] QString sizeName() const;

@@ -137,6 +137,7 @@ VelRecurrenceRule VelEntryRecurDialog::getRule() const
 
 void VelEntryRecurDialog::accept()
 {
+    m_endDate->finishInput();
     const VelRecurChoice choice = getChoice();
     if (choice.getProblem(m_start) != VelRecurChoice::Problem::None)
         return;

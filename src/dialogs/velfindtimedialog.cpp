@@ -14,9 +14,12 @@
 
 #include <KLocalizedString>
 
+#include <QTimer>
+
 namespace
 {
 constexpr int DaysPerWeek = 7;
+constexpr int StillTime = 200; // milliseconds, longer than a key that is held takes to repeat
 
 /** The planner as the columns see it. */
 class Columns : public VelDaySource
@@ -26,7 +29,7 @@ public:
         : m_dialog(dialog)
     {
     }
-    [[nodiscard]] VelEntryList getEntries(QDate day) const override { return m_dialog.getEntries(day); }
+    [[nodiscard]] VelEntryList getEntries(QDate day) const override { return m_dialog.getKnownEntries(day); }
     [[nodiscard]] int getVisibleCount() const override { return m_dialog.getVisibleCount(); }
     [[nodiscard]] int getColumn(quint32 account) const override { return m_dialog.getColumn(account); }
     [[nodiscard]] QString getColumnName(int column) const override { return m_dialog.getColumnName(column); }
@@ -42,8 +45,12 @@ VelFindTimeDialog::VelFindTimeDialog(const VelEntry &entry, const KConfigGroup &
     , m_entry(entry)
     , m_options(options)
     , m_busy([this](const QString &body) { m_app.netTask(VelNetTask::UserBusy, body, false); })
+    , m_still(new QTimer(this))
     , m_source(std::make_unique<Columns>(*this))
 {
+    m_still->setObjectName(QStringLiteral("still"));
+    m_still->setInterval(StillTime);
+    m_still->setSingleShot(true);
     setWindowTitle(i18n("Meeting Planner"));
     setModal(true);
     makeLayout();
@@ -68,6 +75,7 @@ void VelFindTimeDialog::makeConnections()
     connect(this, &VelFindTimeDialog::newAccounts, m_widget, &VelFindTimeWidget::slotContinue);
     connect(m_personList, &VelFindTimePersonList::personToggled, this,
             &VelFindTimeDialog::slotPersonListChanged);
+    connect(m_still, &QTimer::timeout, this, &VelFindTimeDialog::requestRange);
     connect(&m_app, &VelApp::taskUserBusyReady, this, &VelFindTimeDialog::slotEntries);
     connect(&m_app, &VelApp::netTaskFailed, this, &VelFindTimeDialog::slotFailed);
 }
@@ -90,6 +98,7 @@ void VelFindTimeDialog::setAccounts(const VelAccountList &accounts)
     m_widget->showStatus({});
     m_personList->setAccounts(accounts);
     slotDateChanged(getDate());
+    requestRange();
     slotPersonListChanged();
 }
 
@@ -97,7 +106,10 @@ void VelFindTimeDialog::setEntry(const VelEntry &entry)
 {
     const bool isMoved = entry.getStart() != m_entry.getStart() || entry.getEnd() != m_entry.getEnd();
     m_entry = entry;
-    if (isMoved)
+    // Moved to what is proposed, the search goes on from there as the user has set it up.
+    const bool isProposal = entry.getStart() == VelDateTime::fromQDateTime(m_widget->getStart())
+        && entry.getEnd() == VelDateTime::fromQDateTime(m_widget->getEnd());
+    if (isMoved && !isProposal)
         m_widget->setEntry(entry);
 }
 
@@ -129,8 +141,32 @@ void VelFindTimeDialog::slotDateChanged(QDate date)
     }
     m_dayView->setRange(first, days);
     m_dayPicker->setHighlight(first, days);
-    if (!m_busy.accounts().isEmpty())
-        requestEntries(date);
+    if (isRangeRequested())
+        requestRange();
+    else
+        m_still->start();
+}
+
+bool VelFindTimeDialog::isRangeRequested() const
+{
+    const QDate first = m_dayView->startDate();
+    return m_busy.isRequested(getDate()) && m_busy.isRequested(first)
+        && m_busy.isRequested(first.addDays(m_dayView->numDays() - 1));
+}
+
+/** A work week may be of two weeks from Monday. */
+void VelFindTimeDialog::requestRange()
+{
+    m_still->stop();
+    const QDate first = m_dayView->startDate();
+    const QDate last = first.addDays(m_dayView->numDays() - 1);
+    if (m_busy.accounts().isEmpty())
+        return;
+    requestEntries(getDate());
+    for (const QDate day : {first, last}) {
+        if (!m_busy.isRequested(day))
+            requestEntries(day);
+    }
 }
 
 bool VelFindTimeDialog::requestEntries(QDate date)
@@ -147,15 +183,20 @@ VelEntryList VelFindTimeDialog::getEntries(QDate date)
     return entries;
 }
 
+VelEntryList VelFindTimeDialog::getKnownEntries(QDate date)
+{
+    return m_busy.isRequested(date) ? m_busy.getEntries(date, m_entry.globalid) : VelEntryList();
+}
+
 void VelFindTimeDialog::showFetching()
 {
     if (m_busy.isFetching())
         m_widget->showStatus(i18n("Fetching busy times..."));
 }
 
-void VelFindTimeDialog::slotEntries(const VelReceivedEntries &entries)
+void VelFindTimeDialog::slotEntries(const VelReceivedEntries &entries, const QString &argument)
 {
-    if (!m_busy.takeEntries(entries))
+    if (!m_busy.takeEntries(entries, argument))
         return;
     if (!m_busy.isFetching())
         m_widget->showStatus({});
@@ -163,10 +204,10 @@ void VelFindTimeDialog::slotEntries(const VelReceivedEntries &entries)
     Q_EMIT newAccounts();
 }
 
-/** The days are not shown anew here: that would ask for the week again at once. */
-void VelFindTimeDialog::slotFailed(int type)
+/** The week is asked for again when somebody comes to it, not at once. */
+void VelFindTimeDialog::slotFailed(int type, const QString &argument)
 {
-    if (type != VelNetTask::UserBusy || !m_busy.takeFailure())
+    if (type != VelNetTask::UserBusy || !m_busy.takeFailure(argument))
         return;
     m_widget->stop();
     m_widget->showStatus(i18n("The busy times could not be fetched."));
@@ -206,6 +247,7 @@ void VelFindTimeDialog::slotPropDateChanged()
 
 void VelFindTimeDialog::slotOk()
 {
+    m_widget->finishInput();
     if (m_widget->getStart() > m_widget->getEnd()) {
         m_app.messages().error(i18n("Start time may not be later than end time."));
         return;
@@ -224,6 +266,7 @@ void VelFindTimeDialog::slotCancel()
 /** However it is closed, nobody waits any longer. */
 void VelFindTimeDialog::done(int result)
 {
+    m_still->stop();
     m_widget->stop();
     QDialog::done(result);
 }

@@ -13,6 +13,7 @@
 #include <map>
 
 class QSplitter;
+class QTimer;
 class QTreeWidgetItem;
 class VelDayPicker;
 class VelDaySource;
@@ -24,7 +25,8 @@ class VelFindTimeWidget;
  * The meeting planner: shows week by week when those invited are busy, each in a column of their own, and finds the next
  * time at which all are free.
  *
- * What everybody does is fetched from the server as it is needed. Boxes choose who has a column; the search goes by all.
+ * What everybody does is fetched from the server as it is needed: at once for a search, and for the user when the days
+ * shown have stood still for a moment. Boxes choose who has a column; the search goes by all.
  */
 class VelFindTimeDialog : public QDialog, private VelFreeTimeSearch::Source
 {
@@ -51,6 +53,8 @@ public:
     bool requestEntries(QDate date);
     /** What takes time on @p date, the planned entry left out. Asks for the week when nobody has. */
     [[nodiscard]] VelEntryList getEntries(QDate date);
+    /** What of that is there now. Asks for nothing. */
+    [[nodiscard]] VelEntryList getKnownEntries(QDate date);
     /** A request has been sent and not been answered yet. */
     [[nodiscard]] bool isRetrieving() const { return m_busy.isRetrieving(); }
     /** The column of that account, or -1. */
@@ -87,8 +91,10 @@ private:
     void restoreOptions();
     void storeOptions();
     void slotDateChanged(QDate date);
-    void slotEntries(const VelReceivedEntries &entries);
-    void slotFailed(int type);
+    [[nodiscard]] bool isRangeRequested() const;
+    void requestRange();
+    void slotEntries(const VelReceivedEntries &entries, const QString &argument);
+    void slotFailed(int type, const QString &argument);
     void slotPersonListChanged();
     void slotPropDateChanged();
     void showFetching();
@@ -100,6 +106,7 @@ private:
     VelAccountList m_shown; // those that have columns, in their order
     std::map<quint32, int> m_columns; // account to column
     bool m_wasShown = false;
+    QTimer *m_still; // until the user is taken to stay where they are
     std::unique_ptr<VelDaySource> m_source; // this dialog, as the day view sees it
 
     QSplitter *m_splitter1 = nullptr; // the panel and the days, then the sides

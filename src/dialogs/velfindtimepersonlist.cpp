@@ -7,6 +7,7 @@
 
 #include <KLocalizedString>
 
+#include <QKeyEvent>
 #include <QSignalBlocker>
 
 VelFindTimePersonListItem::VelFindTimePersonListItem(QTreeWidgetItem *group, const VelAccount &account)
@@ -63,4 +64,21 @@ VelAccountList VelFindTimePersonList::getSelected() const
         }
     }
     return selected;
+}
+
+/** Return does what Space and the arrows do: it would else press the planner's default button. */
+void VelFindTimePersonList::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        QTreeWidget::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    QTreeWidgetItem *item = currentItem();
+    if (!item)
+        return;
+    if (!item->parent())
+        item->setExpanded(!item->isExpanded());
+    else if (!item->isDisabled())
+        item->setCheckState(0, item->checkState(0) == Qt::Checked ? Qt::Unchecked : Qt::Checked);
 }

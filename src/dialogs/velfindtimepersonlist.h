@@ -39,6 +39,9 @@ Q_SIGNALS:
     /** A box was checked or unchecked. */
     void personToggled(QTreeWidgetItem *item);
 
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
     std::array<QTreeWidgetItem *, 3> m_groups{}; // by role
 };

@@ -171,8 +171,15 @@ VelFreeTimeSearch::Terms VelFindTimeWidget::terms() const
     return terms;
 }
 
+void VelFindTimeWidget::finishInput()
+{
+    for (WDateTimeWidget *input : {m_begin, m_end, m_from, m_proposedStart, m_proposedEnd})
+        input->finishInput();
+}
+
 void VelFindTimeWidget::slotFind()
 {
+    finishInput();
     m_isFocusTaken = m_find->hasFocus();
     m_find->setEnabled(false);
     showStatus({});

@@ -36,6 +36,8 @@ public:
     /** Says what goes on; empty when there is nothing to say. */
     void showStatus(const QString &text);
 
+    /** Takes what is being typed, before somebody acts on it. */
+    void finishInput();
     /** Looks for the next time. */
     void slotFind();
     /** Goes on with a search that rests. */

@@ -51,7 +51,7 @@ VelFreeTimeSearch::Outcome VelFreeTimeSearch::searchFreeTime(const Terms &terms,
             continue;
         if (day > today.addDays(LastDay)) {
             m_isSearching = false;
-            show(day);
+            show(seen); // not the day after the limit, which would be fetched for nothing
             return {Result::Exhausted, {}, {}};
         }
         if (m_source.isWaiting(day)) {

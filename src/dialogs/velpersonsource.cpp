@@ -15,6 +15,18 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
+namespace
+{
+/** Nothing that is shown is other. */
+bool isSameList(const VelAccountList &one, const VelAccountList &other)
+{
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                      [](const VelAccount &a, const VelAccount &b) { return a == b && a.type == b.type; });
+}
+} // namespace
+
 VelPersonSource::VelPersonSource(const VelAddressBook &book, QWidget *parent)
     : QWidget(parent)
     , m_book(book)
@@ -74,9 +86,11 @@ void VelPersonSource::makeLayout()
 
 void VelPersonSource::setServerAccounts(const VelAccountList &accounts)
 {
+    if (isSameList(accounts, m_serverAccounts))
+        return;
     m_serverAccounts = accounts;
     if (m_sourceInput->currentIndex() == ServerSource)
-        slotSourceType(ServerSource);
+        refill(m_serverAccounts);
 }
 
 void VelPersonSource::slotSourceType(int source)
@@ -91,10 +105,14 @@ void VelPersonSource::slotSourceType(int source)
 void VelPersonSource::refreshAddressBook()
 {
     m_bookAccounts.reset();
-    if (m_sourceInput->currentIndex() != AddressBookSource)
-        return;
+    if (m_sourceInput->currentIndex() == AddressBookSource)
+        refill(addressBookAccounts());
+}
+
+void VelPersonSource::refill(const VelAccountList &accounts)
+{
     const VelAccountList selected = selectedAccounts();
-    m_model->setAccounts(addressBookAccounts());
+    m_model->setAccounts(accounts);
     select(selected);
     if (!hasSelection())
         selectFirst();

@@ -30,6 +30,7 @@ public:
     /** @p book must outlive this; it is read when the user first asks for it, and again when it changes. */
     explicit VelPersonSource(const VelAddressBook &book, QWidget *parent = nullptr);
 
+    /** Search and selection stay. */
     void setServerAccounts(const VelAccountList &accounts);
     /** Fills the list from that source; others leave it empty. */
     void slotSourceType(int source);
@@ -51,6 +52,7 @@ private:
     void makeLayout();
     void search(const QString &text);
     void selectFirst();
+    void refill(const VelAccountList &accounts);
     void select(const VelAccountList &accounts);
     [[nodiscard]] const VelAccountList &addressBookAccounts();
 

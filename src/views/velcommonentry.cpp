@@ -10,6 +10,16 @@
 #include <KLocalizedString>
 
 #include <QMenu>
+#include <QTimer>
+
+namespace
+{
+/** What the request for an entry carries. */
+QString bodyFor(const VelEntry &entry)
+{
+    return QStringLiteral("<globalid>%1</globalid>").arg(entry.globalid);
+}
+} // namespace
 
 VelCommonEntry::VelCommonEntry(QWidget *view)
     : QObject(view)
@@ -26,7 +36,7 @@ void VelCommonEntry::popup(const VelEntry &entry, QPoint globalPos)
     if (!m_commonMenu) {
         m_commonMenu = new QMenu(widget());
         m_commonMenu->addAction(VelApp::getIcon(QStringLiteral("info")), i18n("View Event"), this,
-                                &VelCommonEntry::slotViewCommonEntry);
+                                [this] { view(m_entry); });
     }
     m_entry = entry;
     m_commonMenu->popup(globalPos);
@@ -34,48 +44,55 @@ void VelCommonEntry::popup(const VelEntry &entry, QPoint globalPos)
 
 void VelCommonEntry::view(const VelEntry &entry)
 {
-    m_entry = entry;
-    slotViewCommonEntry();
+    const VelDoc &doc = *VelApp::getApp(widget())->document();
+    stopWaiting();
+    if (doc.isOwner(&entry)) {
+        const VelEntry *local = doc.getEntry(doc.getLocalId(entry.globalid));
+        show(local ? *local : entry);
+    } else if (entry.access == VelEntry::NoAccess && entry.display == VelEntry::NoDisplay) {
+        waitFor(entry);
+    } else {
+        show(entry);
+    }
 }
 
-void VelCommonEntry::slotViewCommonEntry()
+void VelCommonEntry::waitFor(const VelEntry &entry)
 {
     VelApp *app = VelApp::getApp(widget());
-    const VelDoc &doc = *app->document();
-    stopWaiting();
-    if (doc.isOwner(&m_entry)) {
-        const VelEntry *local = doc.getEntry(doc.getLocalId(m_entry.globalid));
-        app->showEntryInfo(local ? *local : m_entry, VelAnswer::NeverInvitation);
-    } else if (m_entry.access == VelEntry::NoAccess && m_entry.display == VelEntry::NoDisplay) {
-        m_isWaiting = true;
-        connect(app, &VelApp::entriesReceived, this, &VelCommonEntry::slotDisplayCommonEntry);
-        connect(app, &VelApp::netTaskFailed, this, [this](int type) {
-            if (type == VelNetTask::GetEntries)
-                stopWaiting();
-        });
-        app->netTask(VelNetTask::GetEntries, QStringLiteral("<globalid>%1</globalid>").arg(m_entry.globalid),
-                     false);
-    } else {
-        app->showEntryInfo(m_entry, VelAnswer::NeverInvitation);
-    }
+    m_wanted = entry;
+    connect(app, &VelApp::entriesReceived, this, &VelCommonEntry::slotDisplayCommonEntry);
+    connect(app, &VelApp::netTaskFailed, this, &VelCommonEntry::slotFailed);
+    app->netTask(VelNetTask::GetEntries, bodyFor(entry), false);
 }
 
 /** Another entry may have come first: it was asked for before. */
 void VelCommonEntry::slotDisplayCommonEntry()
 {
-    VelApp *app = VelApp::getApp(widget());
-    const VelEntry *received = app->getReceivedEntry(m_entry.globalid);
+    const VelEntry *received =
+        m_wanted ? VelApp::getApp(widget())->getReceivedEntry(m_wanted->globalid) : nullptr;
     if (!received)
         return;
     stopWaiting();
-    const VelEntry shown = *received; // other answers may come while it is looked at
-    app->showEntryInfo(shown, VelAnswer::NeverInvitation);
+    // Later: the connection waits for those whom it tells of an answer, and the user may look for long.
+    QTimer::singleShot(0, this, [this, shown = *received] { show(shown); });
+}
+
+void VelCommonEntry::slotFailed(int type, const QString &argument)
+{
+    if (type == VelNetTask::GetEntries && m_wanted && argument == bodyFor(*m_wanted))
+        stopWaiting();
+}
+
+void VelCommonEntry::show(const VelEntry &entry) const
+{
+    const VelEntry shown = entry; // other answers may come while it is looked at
+    VelApp::getApp(widget())->showEntryInfo(shown, VelAnswer::NeverInvitation);
 }
 
 void VelCommonEntry::stopWaiting()
 {
-    if (!m_isWaiting)
+    if (!m_wanted)
         return;
-    m_isWaiting = false;
+    m_wanted.reset();
     disconnect(VelApp::getApp(widget()), nullptr, this, nullptr);
 }

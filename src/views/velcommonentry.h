@@ -7,6 +7,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 class QMenu;
 class QPoint;
 class QWidget;
@@ -29,12 +31,15 @@ public:
     void view(const VelEntry &entry);
 
 private:
-    void slotViewCommonEntry();
+    void waitFor(const VelEntry &entry);
     void slotDisplayCommonEntry();
+    void slotFailed(int type, const QString &argument);
     void stopWaiting();
+    void show(const VelEntry &entry) const;
     [[nodiscard]] QWidget *widget() const;
 
-    VelEntry m_entry; // a copy: the busy times it is of may be gone while the menu is open
-    bool m_isWaiting = false;
+    // Copies: the busy times that they are of may be gone meanwhile.
+    VelEntry m_entry; // that the menu is for
+    std::optional<VelEntry> m_wanted; // that was asked for and has not come
     QMenu *m_commonMenu = nullptr; // made when first asked for
 };

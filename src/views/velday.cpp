@@ -65,7 +65,7 @@ void VelDay::layOut()
     m_entries.clear();
     m_entries.reserve(timed.size());
     for (std::size_t i = 0; i < timed.size(); ++i) {
-        if (m_mode == Planner && !rects[i].isValid())
+        if (m_mode == Planner && rects[i].isNull())
             continue;
         const VelEntry &entry = *timed[i].getOriginal();
         m_entries.emplace_back(timed[i], placed(rects[i]), m_mode == Calendar,

@@ -94,6 +94,7 @@ private:
     void pressEntry(int index, QMouseEvent *event);
     [[nodiscard]] int edgeOffset(VelDayDrag::Mode mode, const VelDayEntry &item) const;
     void pressEmpty(QMouseEvent *event);
+    void startSelection(QPoint pos);
     [[nodiscard]] VelDayDrag::Mode zoneAt(int index, QPoint pos) const;
     void showCursor(QPoint pos);
     void dragSelection(QPoint pos);
@@ -111,6 +112,7 @@ private:
     std::unique_ptr<VelEntry> m_dragEntry;
     QTime m_dragTime; // of the row that the preview stands in
     QTime m_lastTime; // of the row that the mouse was in last
+    std::optional<QPoint> m_busyPress; // where the left button is held on a busy time, until the mouse moves
     bool m_isSelecting = false; // the left button is held on a range of time
     bool m_selecting = false; // result of the last toggle: which edge gives way
 };

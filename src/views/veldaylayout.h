@@ -45,7 +45,7 @@ public:
                                             const VelEntryRef &entry, QDate date);
 
     virtual ~VelDayLayout() = default;
-    /** One rectangle for each entry, in their order; an invalid one is not shown. */
+    /** One rectangle for each entry, in their order; a null one is not shown. */
     [[nodiscard]] virtual std::vector<QRect> setGeometry(const QRect &rect, int pixelsPerHour,
                                                          const VelEntryList &entries, QDate date) const;
 };

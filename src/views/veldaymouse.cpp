@@ -35,6 +35,7 @@ void VelDay::mousePressEvent(QMouseEvent *event)
 {
     m_view->setFocus(Qt::MouseFocusReason);
     m_isSelecting = false;
+    m_busyPress.reset();
     if (isDragging()) {
         abandonDrag(); // another button while the left one is held
         return;
@@ -44,6 +45,8 @@ void VelDay::mousePressEvent(QMouseEvent *event)
         pressEntry(index, event);
     else if (index >= 0 && event->button() == Qt::RightButton)
         m_view->commonEntry().popup(*entry(index).entry().getOriginal(), mapToGlobal(event->pos()));
+    else if (index >= 0 && event->button() == Qt::LeftButton)
+        m_busyPress = event->pos(); // a double click, to look at it, shall leave the proposal alone
     else
         pressEmpty(event);
 }
@@ -99,19 +102,25 @@ int VelDay::edgeOffset(VelDayDrag::Mode mode, const VelDayEntry &item) const
 
 void VelDay::pressEmpty(QMouseEvent *event)
 {
-    const QTime time = getTime(event->pos());
-    const VelDateTime start(m_date, time);
-    const VelDateTime end(m_date, addInterval(time));
     if (event->button() == Qt::LeftButton) {
-        m_view->setSelection(start, end, true, false);
-        m_lastTime = time;
-        m_isSelecting = true;
-        m_selecting = false;
+        startSelection(event->pos());
     } else if (event->button() == Qt::RightButton && m_mode == Calendar) {
+        const QTime time = getTime(event->pos());
+        const VelDateTime start(m_date, time);
+        const VelDateTime end(m_date, addInterval(time));
         if (!m_view->selection().contains(start))
             m_view->setSelection(start, end, false, false);
         m_view->getPopup()->popup(mapToGlobal(event->pos()));
     }
+}
+
+void VelDay::startSelection(QPoint pos)
+{
+    const QTime time = getTime(pos);
+    m_view->setSelection({m_date, time}, {m_date, addInterval(time)}, true, false);
+    m_lastTime = time;
+    m_isSelecting = true;
+    m_selecting = false;
 }
 
 void VelDay::mouseMoveEvent(QMouseEvent *event)
@@ -120,8 +129,13 @@ void VelDay::mouseMoveEvent(QMouseEvent *event)
         // The release went elsewhere, to a box that came up perhaps.
         abandonDrag();
         m_isSelecting = false;
+        m_busyPress.reset();
         showCursor(event->pos());
         return;
+    }
+    if (m_busyPress && (event->pos() - *m_busyPress).manhattanLength() > QApplication::startDragDistance()) {
+        startSelection(*m_busyPress);
+        m_busyPress.reset();
     }
     if (m_isSelecting) {
         dragSelection(event->pos());
@@ -210,6 +224,7 @@ void VelDay::mouseReleaseEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton)
         return;
     m_isSelecting = false;
+    m_busyPress.reset();
     if (!isDragging())
         return;
     if (m_press->mode == VelDayDrag::Drag) {

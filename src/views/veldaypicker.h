@@ -115,6 +115,7 @@ private:
     void step(QDate date);
     void moveCursor(QDate date);
     [[nodiscard]] QDate cursorAfter(int key, Qt::KeyboardModifiers modifiers) const;
+    void goToday();
     void takeTyped(const QString &text);
 
     QDate m_current;

@@ -214,9 +214,21 @@ void VelDayPicker::createMenu()
 {
     m_menu = new WPopupMenu(this);
     const VelApp *app = VelApp::getApp(this);
-    if (QAction *today = app ? app->getAction(QStringLiteral("go_today")) : nullptr)
-        m_menu->insertAction(today, today, &QAction::trigger);
+    if (QAction *today = app ? app->getAction(QStringLiteral("go_today")) : nullptr) {
+        // In a dialog the window's own action would move what is behind it.
+        if (window() == app)
+            m_menu->insertAction(today, today, &QAction::trigger);
+        else
+            m_menu->addAction(today->icon(), today->text(), this, &VelDayPicker::goToday);
+    }
     m_menu->addAction(i18n("Enter Date"), this, &VelDayPicker::enterDate);
+}
+
+void VelDayPicker::goToday()
+{
+    const QDate today = getToday();
+    setDate(today);
+    emitDateSelected(today);
 }
 
 void VelDayPicker::enterDate()

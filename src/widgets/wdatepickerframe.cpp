@@ -6,6 +6,7 @@
 #include <KLocalizedString>
 
 #include <QCalendarWidget>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QPushButton>
@@ -43,7 +44,11 @@ void WDatePickerFrame::popup(const QWidget &input, QDate date)
     m_calendar->showSelectedDate();
     adjustSize();
     const QRect place(input.mapToGlobal(QPoint(0, 0)), input.size());
-    move(placeFor(size(), place, input.screen()->availableGeometry(), input.layoutDirection()));
+    // A window on two screens belongs to one, which need not be where the input is.
+    const QScreen *screen = QGuiApplication::screenAt(place.center());
+    if (!screen)
+        screen = input.screen();
+    move(placeFor(size(), place, screen->availableGeometry(), input.layoutDirection()));
     show();
     m_calendar->setFocus();
 }

@@ -11,6 +11,7 @@
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QSignalBlocker>
 
 namespace
@@ -44,6 +45,19 @@ public:
     {
         if (m_frame)
             m_frame->hide();
+    }
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        KDateComboBox::changeEvent(event);
+        if (event->type() == QEvent::EnabledChange && !isEnabled())
+            hidePopup();
+    }
+    void hideEvent(QHideEvent *event) override
+    {
+        KDateComboBox::hideEvent(event);
+        hidePopup();
     }
 
 private:
@@ -138,6 +152,13 @@ bool WDateTimeWidget::eventFilter(QObject *watched, QEvent *event)
         }
     }
     return QWidget::eventFilter(watched, event);
+}
+
+/** Only what was typed: a text that is shown may say less than the value, the century perhaps. */
+void WDateTimeWidget::finishInput()
+{
+    if (m_dateInput->lineEdit()->isModified() || (m_timeInput && m_timeInput->lineEdit()->isModified()))
+        takeInput();
 }
 
 void WDateTimeWidget::takeInput()

@@ -13,9 +13,9 @@ class WTimeInput;
  * The input of a day, a time to the minute, or both: typing, arrow keys, wheel, a calendar and a list of times
  * that pop up.
  *
- * It always holds a valid day and time. What is typed is taken with Return or when the input is left; what is
- * no day or no time then gives way to the last one that was. Date-times are wall clock times that say they
- * are in UTC.
+ * It always holds a valid day and time. What is typed is taken with Return, when the input is left, or with
+ * finishInput(); what is no day or no time then gives way to the last one that was. Date-times are wall clock times
+ * that say they are in UTC.
  */
 class WDateTimeWidget : public QWidget
 {
@@ -31,6 +31,11 @@ public:
     /** Hides or shows the input of the time, if there is one. The time stays as it is. */
     void hideTime(bool hide = true);
 
+    /**
+     * Takes what is being typed as if the input were left. For those who are about to act on the value: a button pressed
+     * by its mnemonic leaves the focus where it is.
+     */
+    void finishInput();
     [[nodiscard]] QDate getDate() const { return m_value.date(); }
     [[nodiscard]] QTime getTime() const { return m_value.time(); }
     [[nodiscard]] QDateTime getDateTime() const { return m_value; }

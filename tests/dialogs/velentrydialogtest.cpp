@@ -4,6 +4,7 @@
 #include "dialogs/velentrydialog.h"
 
 #include "dialogs/veladdressbook.h"
+#include "dialogs/velentryrecurdialog.h"
 #include "support/fakeapp.h"
 #include "support/testcalendar.h"
 #include "widgets/wdatetimewidget.h"
@@ -14,6 +15,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 using namespace TestCalendar;
 using Box = QDialogButtonBox;
@@ -50,6 +52,7 @@ private Q_SLOTS:
     void laterStartShouldTakeTheEndAlong();
     void noTimesShouldHideTheTimes();
     void everyApplyShouldWriteAgain();
+    void otherCalendarShouldCloseWhatIsOpenInside();
     void cancelShouldTakeBackAllButTheRecurrence();
     void kindAndPeopleShouldDecideWhatIsOffered();
 };
@@ -59,7 +62,9 @@ void VelEntryDialogTest::startAfterEndShouldLeaveTheEntryAlone()
     Editor editor;
     const VelEntry expected = *editor.stored;
     editor.get<QLineEdit>("title")->setText(QStringLiteral("Other"));
-    editor.get<WDateTimeWidget>("end")->setDateTime(march(2, 8, 59).toQDateTime());
+    auto *time = editor.get<QWidget>("end")->findChild<WTimeInput *>(); // typed, and the focus left there
+    time->lineEdit()->selectAll();
+    QTest::keyClicks(time, time->locale().toString(QTime(8, 59), QLocale::ShortFormat));
     for (const auto which : {Box::Ok, Box::Apply}) {
         editor.get<Box>("buttons")->button(which)->click();
         QCOMPARE(editor.app.fakeMessages.last().text,
@@ -104,6 +109,19 @@ void VelEntryDialogTest::everyApplyShouldWriteAgain()
     }
     QVERIFY(!editor.dialog.isVisible() && editor.app.doc.isModified());
     QCOMPARE(editor.told, QStringLiteral("123"));
+}
+
+void VelEntryDialogTest::otherCalendarShouldCloseWhatIsOpenInside()
+{
+    Editor editor;
+    editor.get<QAbstractButton>("recurring")->setChecked(true);
+    bool wasInside = false;
+    QTimer::singleShot(0, &editor.dialog, [&] {
+        wasInside = editor.dialog.findChild<VelEntryRecurDialog *>()->isVisible();
+        Q_EMIT editor.app.doc.contentsReplaced();
+    });
+    editor.get<QAbstractButton>("setRecurrence")->click(); // comes back when that is closed
+    QVERIFY(wasInside && !editor.dialog.isVisible());
 }
 
 void VelEntryDialogTest::cancelShouldTakeBackAllButTheRecurrence()

@@ -14,15 +14,19 @@
 #include "views/veldayview.h"
 #include "views/velquickentry.h"
 #include "widgets/wdatetimewidget.h"
+#include "widgets/wtimeinput.h"
 
 #include <KConfig>
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
+#include <QTimer>
 
 using namespace TestCalendar;
 
@@ -42,6 +46,7 @@ struct Window {
         , dialog(planned(), config.group(QStringLiteral("General Options")), &app)
     {
         app.fakeSettings.user = QStringLiteral("me");
+        dialog.findChild<QTimer *>(QStringLiteral("still"))->setInterval(0);
         dialog.setAccounts({person("Ann", 3), person("Room", 5, VelAccount::ResourceAttendee),
                             person("Guest", 0, VelAccount::OptionalAttendee),
                             person("Bob", 4, VelAccount::OptionalAttendee)});
@@ -62,7 +67,17 @@ struct Window {
             entries->back()->globalid = globalid;
             entries->back()->access = entries->back()->display = 0;
         }
-        Q_EMIT app.taskUserBusyReady(entries, {});
+        Q_EMIT app.taskUserBusyReady(entries, nextBody());
+    }
+    /** That of the oldest request for busy times that is out. */
+    QString nextBody()
+    {
+        while (m_taken < app.netTasks.size()) {
+            const VelNetTask &task = app.netTasks[m_taken++];
+            if (task.type == VelNetTask::UserBusy)
+                return task.argument;
+        }
+        return {};
     }
     [[nodiscard]] QPushButton *findButton() const
     {
@@ -79,6 +94,9 @@ struct Window {
     KConfig config{QString(), KConfig::SimpleConfig};
     FakeApp app;
     VelFindTimeDialog dialog;
+
+private:
+    std::size_t m_taken = 0; // of the requests
 };
 
 /** Leaves the planner open, for the test to use. */
@@ -112,6 +130,8 @@ private Q_SLOTS:
     void okShouldGiveTheProposalInOrder();
     void busyTimeShouldBeFetchedToBeRead();
     void editorShouldKeepItsPlanner();
+    void answersToAnotherPlannerShouldBeIgnored();
+    void searchBeyondTheLimitShouldAskForNothing();
 };
 
 void VelFindTimeDialogTest::weekShouldBeAskedForOnce()
@@ -130,7 +150,12 @@ void VelFindTimeDialogTest::weekShouldBeAskedForOnce()
     QVERIFY(window.dialog.isRetrieving());
     window.dialog.next();
     QVERIFY(!window.dialog.isRetrieving());
-    QCOMPARE(window.requestCount(), 2U);
+    for (int week = 0; week < 3; ++week)
+        window.dialog.next();
+    QCoreApplication::processEvents();
+    QCOMPARE(window.requestCount(), 3U); // with the one where the user has stopped
+    QVERIFY(window.app.netTasks.back().argument.contains(QLatin1String("<start>2026-3-30</start>")));
+    window.app.netTasks.resize(2);
     QVERIFY(window.app.netTasks.back().argument.endsWith(
         QLatin1String("<start>2026-3-9</start>\n<end>2026-3-16</end>\n")));
     window.dialog.setAccounts({person("Guest", 0)});
@@ -151,7 +176,8 @@ void VelFindTimeDialogTest::weeksAroundNewYearShouldBeTwo()
 
 void VelFindTimeDialogTest::longAndShortEntriesShouldComeInTheirOrder()
 {
-    VelBusyTimes busy([](const QString &) {});
+    QString body;
+    VelBusyTimes busy([&body](const QString &sent) { body = sent; });
     busy.setAccounts({person("Ann", 3)});
     busy.requestEntries(today());
     auto entries = std::make_shared<std::vector<std::unique_ptr<VelEntry>>>();
@@ -168,7 +194,8 @@ void VelFindTimeDialogTest::longAndShortEntriesShouldComeInTheirOrder()
         entries->push_back(std::make_unique<VelEntry>(makeEvent({}, start, end)));
         entries->back()->globalid = ++id;
     }
-    QVERIFY(busy.takeEntries(entries));
+    QVERIFY(!busy.takeEntries(entries, {}));
+    QVERIFY(busy.takeEntries(entries, body));
     const auto idsOn = [&busy](QDate date) {
         QVector<quint32> ids;
         for (const VelEntryRef &ref : busy.getEntries(date, 0))
@@ -188,6 +215,7 @@ void VelFindTimeDialogTest::busyTimesShouldStandInColumns()
     window.answer({2}, 4, 10, 12, 7); // the planned entry itself
     window.answer({2}); // nobody asked for that
     window.dialog.next();
+    QTRY_COMPARE(window.requestCount(), 2U);
     window.answer({9, 10}, 5);
     QVERIFY(window.dialog.getEntries(today()).empty());
     QCOMPARE(window.dialog.getEntries({}).size(), 2U);
@@ -200,7 +228,9 @@ void VelFindTimeDialogTest::busyTimesShouldStandInColumns()
     auto *list = window.dialog.findChild<VelFindTimePersonList *>();
     QTreeWidgetItem *guest = list->topLevelItem(1)->child(0);
     QVERIFY(guest->isDisabled() && guest->checkState(0) == Qt::Unchecked);
-    list->topLevelItem(0)->child(0)->setCheckState(0, Qt::Unchecked);
+    list->setCurrentItem(list->topLevelItem(0)->child(0));
+    QTest::keyClick(list, Qt::Key_Return);
+    QVERIFY(window.dialog.isVisible());
     list->topLevelItem(2)->child(0)->setCheckState(0, Qt::Unchecked);
     QCOMPARE(window.dialog.getVisibleCount(), 1);
     QVERIFY(window.dialog.getColumn(4) == 0 && window.dialog.getColumn(5) == -1);
@@ -243,7 +273,9 @@ void VelFindTimeDialogTest::failureShouldEndTheWait()
     window.findButton()->click();
     Q_EMIT window.app.netTaskFailed(VelNetTask::Sync, {});
     QVERIFY(!window.findButton()->isEnabled());
-    Q_EMIT window.app.netTaskFailed(VelNetTask::UserBusy, {});
+    Q_EMIT window.app.netTaskFailed(VelNetTask::UserBusy, QStringLiteral("<id>8</id>\n"));
+    QVERIFY(!window.findButton()->isEnabled());
+    Q_EMIT window.app.netTaskFailed(VelNetTask::UserBusy, window.nextBody());
     QVERIFY(window.findButton()->isEnabled());
     QCOMPARE(window.status(), QStringLiteral("The busy times could not be fetched."));
     QCOMPARE(window.requestCount(), 1U);
@@ -282,7 +314,9 @@ void VelFindTimeDialogTest::okShouldGiveTheProposalInOrder()
     QCOMPARE(window.app.fakeMessages.errors(),
              QStringList(QStringLiteral("Start time may not be later than end time.")));
     QVERIFY(!chosen.isValid());
-    inputs.at(3)->setTime(QTime(11, 0));
+    auto *time = inputs.at(3)->findChild<WTimeInput *>(); // typed, and the focus left there
+    time->lineEdit()->selectAll();
+    QTest::keyClicks(time, time->locale().toString(QTime(11, 0), QLocale::ShortFormat));
     window.dialog.resize(800, 580);
     buttons->button(QDialogButtonBox::Ok)->click();
     QCOMPARE(chosen, march(2, 11).toQDateTime());
@@ -299,28 +333,40 @@ void VelFindTimeDialogTest::busyTimeShouldBeFetchedToBeRead()
     Window window;
     window.app.doc.setUserId(1);
     window.dialog.show();
-    window.answer({2});
+    window.answer({2}, 3, 8, 8); // takes no time, but a search sees it
     VelDay *day = window.view()->dayOf(today());
     const auto open = [day] {
-        QTest::mouseDClick(day, Qt::LeftButton, Qt::NoModifier, day->entry(0).rect().center());
+        const QPoint place = day->entry(0).rect().center();
+        QTest::mouseClick(day, Qt::LeftButton, Qt::NoModifier, place);
+        QTest::mouseDClick(day, Qt::LeftButton, Qt::NoModifier, place);
     };
     open();
     QCOMPARE(window.app.netTasks.back().type, int(VelNetTask::GetEntries));
     QCOMPARE(window.app.netTasks.back().argument, QStringLiteral("<globalid>9</globalid>"));
+    Q_EMIT window.app.netTaskFailed(VelNetTask::GetEntries, QStringLiteral("<globalid>8</globalid>"));
     Q_EMIT window.app.entriesReceived(); // of another one
     QVERIFY(window.app.shownTitle.isEmpty());
     const VelEntry received = makeEvent(QStringLiteral("Lunch"), march(2, 8), march(2, 17));
     window.app.receivedEntry = &received;
     Q_EMIT window.app.entriesReceived();
-    QCOMPARE(window.app.shownTitle, QStringLiteral("Lunch"));
+    QVERIFY(window.app.shownTitle.isEmpty()); // while the answer is being told
+    QTRY_COMPARE(window.app.shownTitle, QStringLiteral("Lunch"));
     window.app.shownTitle.clear();
     Q_EMIT window.app.entriesReceived();
+    QCoreApplication::processEvents();
     QVERIFY(window.app.shownTitle.isEmpty()); // was shown once
+    QCOMPARE(window.proposal(), march(2, 10).toQDateTime());
 
     addSynced(window.app.doc, QStringLiteral("Mine"), 9);
     window.app.doc.setUserId(3);
     open();
     QCOMPARE(window.app.shownTitle, QStringLiteral("Mine"));
+    const QPoint busy = day->entry(0).rect().center();
+    QTest::mousePress(day, Qt::LeftButton, {}, busy);
+    const QPoint below = day->rowRect(QTime(9, 0)).center();
+    QMouseEvent move(QEvent::MouseMove, below, day->mapToGlobal(below), Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(day, &move);
+    QCOMPARE(window.view()->getSelectionStart(), march(2, 8));
 }
 
 void VelFindTimeDialogTest::editorShouldKeepItsPlanner()
@@ -334,14 +380,53 @@ void VelFindTimeDialogTest::editorShouldKeepItsPlanner()
     Q_EMIT page->plannerWanted();
     QVERIFY(editor.planner && editor.planner->getVisibleCount() == 1);
     QCOMPARE(editor.planner->findChild<QSpinBox *>()->value(), 2); // days
-    Q_EMIT editor.planner->timeChosen(march(5, 8).toQDateTime(), march(5, 9).toQDateTime());
+    const QList<WDateTimeWidget *> inputs = editor.planner->findChildren<WDateTimeWidget *>();
+    inputs.at(3)->setDateTime(march(5, 8).toQDateTime());
+    inputs.at(4)->setDateTime(march(5, 9).toQDateTime());
+    editor.planner->slotOk();
     QVERIFY(editor.form().start == march(5, 8) && editor.form().end == march(5, 9));
     VelFindTimeDialog *first = editor.planner;
+    first->findChild<QSpinBox *>()->setValue(5);
     Q_EMIT page->plannerWanted();
     QVERIFY(editor.planner == first && editor.runs == 2);
+    QCOMPARE(first->findChild<QSpinBox *>()->value(), 5); // the times are those that it has proposed
     QCOMPARE(first->findChild<VelFindTimeWidget *>()->getStart(), march(5, 8).toQDateTime());
     const auto isBusyTimes = [](const VelNetTask &task) { return task.type == VelNetTask::UserBusy; };
     QCOMPARE(std::count_if(app.netTasks.begin(), app.netTasks.end(), isBusyTimes), 2); // fetched anew
+}
+
+void VelFindTimeDialogTest::answersToAnotherPlannerShouldBeIgnored()
+{
+    Window window;
+    VelFindTimeDialog other(Window::planned(), window.config.group(QStringLiteral("Other")), &window.app);
+    other.setAccounts({person("Eve", 8)});
+    const QString body = window.app.netTasks.back().argument;
+    window.findButton()->click();
+    Q_EMIT window.app.taskUserBusyReady(std::make_shared<std::vector<std::unique_ptr<VelEntry>>>(), body);
+    QVERIFY(!other.isRetrieving());
+    QVERIFY(!window.findButton()->isEnabled() && window.dialog.isRetrieving());
+    window.answer({2});
+    QVERIFY(window.findButton()->isEnabled());
+    QVERIFY(other.getEntries({}).empty());
+}
+
+void VelFindTimeDialogTest::searchBeyondTheLimitShouldAskForNothing()
+{
+    Window window;
+    window.app.fakeNow = march(5, 10);
+    const QDate last(2027, 3, 5); // a Friday: the next day of work is in another week
+    QCOMPARE(march(5).date().daysTo(last), qint64(VelFreeTimeSearch::LastDay));
+    window.dialog.setAccounts({person("Ann", 3)});
+    window.dialog.findChildren<WDateTimeWidget *>().at(2)->setDate(last);
+    window.dialog.findChildren<WDateTimeWidget *>().at(1)->setTime(QTime(0, 0)); // no day has room
+    window.app.netTasks.clear();
+    window.findButton()->click();
+    while (window.requestCount() == 1 && !window.findButton()->isEnabled())
+        window.answer({});
+    QCoreApplication::processEvents();
+    QVERIFY(window.findButton()->isEnabled());
+    QCOMPARE(window.dialog.getDate(), last);
+    QCOMPARE(window.requestCount(), 1U);
 }
 
 QTEST_MAIN(VelFindTimeDialogTest)

@@ -119,6 +119,7 @@ private Q_SLOTS:
     void shouldTakeDropsAndMoveBetweenLists();
     void shouldIgnoreDamagedDrops();
     void shouldShowTheAddressBook();
+    void newListShouldKeepWhoIsSelected();
     void shouldTakeNamesAndAddressesThatMakeSense_data();
     void shouldTakeNamesAndAddressesThatMakeSense();
     void shouldAddSomebodyNew();
@@ -320,6 +321,16 @@ void VelPeopleTest::shouldShowTheAddressBook()
     QCOMPARE(p.text(), QStringLiteral("nameless@example.org0"));
     QTest::keyClicks(p.search, QStringLiteral("x"));
     QVERIFY(p.source->selectedAccounts().isEmpty());
+}
+
+void VelPeopleTest::newListShouldKeepWhoIsSelected()
+{
+    Page p;
+    p.view->setCurrentIndex(p.view->model()->index(1, 0));
+    const VelAccountList bo = p.source->selectedAccounts();
+    p.page.setServerAccounts({person("Bo", 2, "bo@b.org"), person("Al", 3)});
+    QCOMPARE(p.view->model()->rowCount(), 2);
+    QVERIFY(bo.size() == 1 && p.source->selectedAccounts() == bo);
 }
 
 void VelPeopleTest::shouldTakeNamesAndAddressesThatMakeSense_data()

@@ -97,6 +97,7 @@ private Q_SLOTS:
     void wheelShouldStepByWholeNotches();
     void cursorShouldWalkWithoutChangingTheDate();
     void menuShouldGoToTodayOrATypedDate();
+    void menuInADialogShouldLeaveTheWindowAlone();
 };
 
 void VelDayPickerTest::init()
@@ -304,6 +305,20 @@ void VelDayPickerTest::menuShouldGoToTodayOrATypedDate()
     }
     QCOMPARE(datesOf(window.selected), Dates{QDate(2027, 5, 20)});
     QCOMPARE(picker.getShown(), QDate(2027, 5, 20));
+}
+
+void VelDayPickerTest::menuInADialogShouldLeaveTheWindowAlone()
+{
+    FakeApp app(today());
+    QDialog dialog(&app);
+    VelDayPicker picker(&dialog);
+    picker.setDate({2027, 5, 20});
+    const QSignalSpy goneToday(app.getAction(QStringLiteral("go_today")), &QAction::triggered);
+    QContextMenuEvent rightButton(QContextMenuEvent::Mouse, QPoint(1, 1), QPoint(1, 1));
+    QCoreApplication::sendEvent(&picker, &rightButton);
+    picker.findChild<WPopupMenu *>()->actions().at(0)->trigger();
+    QCOMPARE(goneToday.count(), 0);
+    QVERIFY(picker.getDate() == today() && picker.getShown() == today());
 }
 
 QTEST_MAIN(VelDayPickerTest)

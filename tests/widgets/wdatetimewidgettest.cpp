@@ -29,7 +29,11 @@ private Q_SLOTS:
     void shouldAskForTimesAlone();
     void shouldKeepTheTimeThatItHides();
     void shouldTakeADayFromTheCalendar();
+    void calendarShouldGoWithItsInput();
     void shouldPlaceTheCalendarOnTheScreen();
+
+private:
+    void takeTypedText(int way);
 };
 
 void WDateTimeWidgetTest::shouldTakeTypedTextWhenComplete_data()
@@ -45,6 +49,12 @@ void WDateTimeWidgetTest::shouldTakeTypedTextWhenComplete_data()
 }
 
 void WDateTimeWidgetTest::shouldTakeTypedTextWhenComplete()
+{
+    for (int way = 0; way < 3; ++way) // to be done with an input
+        takeTypedText(way);
+}
+
+void WDateTimeWidgetTest::takeTypedText(int way)
 {
     QFETCH(QString, typed);
     QFETCH(QString, expected);
@@ -65,10 +75,12 @@ void WDateTimeWidgetTest::shouldTakeTypedTextWhenComplete()
     QTest::keyClick(place, Qt::Key_Delete);
     QTest::keyClicks(place, typed);
     QCOMPARE(changes.count(), 0);
-    if (asTime) // The one way to be done with an input, and the other.
+    if (way == 0)
         QTest::keyClick(place, Qt::Key_Return);
-    else
+    else if (way == 1)
         other.setFocus();
+    else
+        input.finishInput();
     QCOMPARE(day->currentText() + QLatin1Char(' ') + time->currentText() + QLatin1String(":00"), expected);
     QCOMPARE(input.getDateTime().toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")), expected);
     QCOMPARE(changes.count(), expected == QLatin1String(StartText) ? 0 : 1);
@@ -139,6 +151,22 @@ void WDateTimeWidgetTest::shouldTakeADayFromTheCalendar()
         QTest::keyClick(focused, key);
         QVERIFY(!frame->isVisible());
         QCOMPARE(input.getDateTime(), expected);
+    }
+}
+
+void WDateTimeWidgetTest::calendarShouldGoWithItsInput()
+{
+    for (const bool isHidden : {false, true}) {
+        WDateTimeWidget input(WDateTimeWidget::Kind::Date);
+        input.show();
+        QTest::keyClick(input.findChild<KDateComboBox *>(), Qt::Key_F4);
+        const auto *frame = input.findChild<WDatePickerFrame *>();
+        QVERIFY(frame->isVisible());
+        if (isHidden)
+            input.hide();
+        else
+            input.setEnabled(false);
+        QVERIFY(!frame->isVisible());
     }
 }
 
