@@ -28,7 +28,7 @@ public:
             entries->push_back(makeEntry(i));
         for (int day = 0; day <= VelFreeTimeSearch::LastDay + DaysPerWeek; ++day) {
             if (!m_busy.requestEntries(Today.addDays(day)))
-                (void)m_busy.takeEntries(day == 0 ? entries : nullptr);
+                (void)m_busy.takeEntries(day == 0 ? entries : nullptr, m_asked);
         }
     }
     [[nodiscard]] bool isWorkingDay(QDate day) const override { return day.dayOfWeek() <= Qt::Friday; }
@@ -53,7 +53,8 @@ private:
         return entry;
     }
 
-    VelBusyTimes m_busy{[](const QString &) {}};
+    QString m_asked; // the last request
+    VelBusyTimes m_busy{[this](const QString &body) { m_asked = body; }};
 };
 
 /** All hours are taken by somebody, so that every day up to the limit is looked at. */

@@ -56,7 +56,7 @@ VelEntryDialog::VelEntryDialog(VelApp &app, VelAddressBook &book, const VelEntry
     connect(&m_doc, &VelDoc::contentsReplaced, this, &VelEntryDialog::abandon);
     if (isEvent()) {
         connect(&app, &VelApp::accountsReady, this, &VelEntryDialog::slotAccountsReady);
-        app.requestAccounts();
+        app.requestAccounts(true);
     }
     m_title->setFocus();
     // The lists of people would take all the height that there is.

@@ -316,8 +316,9 @@ void VelNetworkTest::passwordShouldChangeWhenTheServerTakesIt()
     net.session->trigger("changepass");
     QCOMPARE(net.session->oldPassword, WSecurity::md5(QStringLiteral("old")));
     QVERIFY(net.isReady());
-    const QByteArray argument = "<newpass>" + net.session->newPassword->toLatin1() + "</newpass>";
-    QVERIFY(net.server.requests.last().contains("</action>\n" + argument + "</calendar>"));
+    const QByteArray end =
+        "</action>\n<newpass>" + net.session->newPassword->toLatin1() + "</newpass></calendar>\n\x1A";
+    QVERIFY(net.server.requests.last().endsWith(end));
     QFETCH(const QString, password);
     QCOMPARE(net.session->window->settings()->pass, WSecurity::md5(password));
 }
