@@ -22,10 +22,16 @@ VelConnectionTest::VelConnectionTest(const VelSettings &settings, bool isNew, Ve
     , m_doc(messages, m_settings)
     , m_attempts{{settings.encrypt, settings.port}}
 {
-    // At another port than the usual one there is just what the administrator says.
-    if (isNew && !settings.encrypt && settings.port == VelSettings().port)
+    if (isNew && triesEncryption(settings))
         m_attempts.push_back({true, EncryptedPort});
     start();
+}
+
+bool VelConnectionTest::triesEncryption(const VelSettings &settings)
+{
+    // At another port than the usual one there is just what the administrator says.
+    return !settings.server.isEmpty() && !settings.user.isEmpty() && !settings.encrypt
+        && settings.port == VelSettings().port;
 }
 
 void VelConnectionTest::start()

@@ -24,6 +24,9 @@ public:
     /** The usual number of the encrypted port. */
     static constexpr int EncryptedPort = 7071;
 
+    /** True for a new account of which nothing says how its server is to be reached. */
+    [[nodiscard]] static bool triesEncryption(const VelSettings &settings);
+
     /**
      * @p settings name the server; with @p isNew, and the usual port, an encrypted connection is tried first.
      * Calls @p done later, once, unless @p parent goes before.

@@ -162,6 +162,8 @@ private:
     void rebuildGui();
     void setAutoSaveTimer();
     void applyPreferences(const VelSettings &settings, const VelLook &look);
+    void spreadPreferences(const VelSettings &settings, const VelLook &look);
+    void tryEncryption(const VelSettings &settings, const VelLook &look);
     void takePreferences(const VelSettings &settings, const VelLook &look);
     [[nodiscard]] QString captionText() const;
     void updateCaption();

@@ -33,6 +33,16 @@ int VelSettings::weekOfYear(QDate date)
     return weekOfYear(date, QLocale().firstDayOfWeek() == Qt::Monday);
 }
 
+void VelSettings::takeAccount(const VelSettings &other)
+{
+    server = other.server;
+    port = other.port;
+    encrypt = other.encrypt;
+    user = other.user;
+    pass = other.pass;
+    origUserid = other.origUserid;
+}
+
 void VelSettings::setWorkdays(const QVector<int> &days)
 {
     QVector<int> kept;

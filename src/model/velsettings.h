@@ -45,6 +45,9 @@ public:
     void setWorkdays(const QVector<int> &days);
     [[nodiscard]] const QVector<int> &getWorkdays() const { return m_workdays; }
 
+    /** Takes over the account on the server, and how it is reached. */
+    void takeAccount(const VelSettings &other);
+
     int interval = 30; ///< minutes, the grid step of the day views and the planner
 
     QTime workdayBegin{9, 0};
