@@ -261,7 +261,11 @@ bool VelMainWindow::queryClose()
         updateEditActions();
         return false;
     }
-    if (waitsForNetwork() && !mayCloseNow()) {
+    const bool isWaiting = waitsForNetwork();
+    const bool mayClose = !isWaiting || mayCloseNow();
+    if (!self)
+        return false; // the server answered while it asked, and the window went by itself
+    if (!mayClose) {
         m_closing = true;
         updateEditActions();
         slotStatusMsg(i18n("Waiting for network operations to finish..."));
