@@ -70,6 +70,8 @@ void VelDayEntry::paint(QPainter &painter, const VelDayStyle &style, bool isSele
 {
     const QColor color = background(style);
     painter.fillRect(m_rect, color);
+    if (!m_editable) // a busy time may be as white as free hours are
+        painter.fillRect(m_rect, QBrush(QColor(0x9aa4ae), Qt::BDiagPattern));
     paintFrame(painter, color, isSelected);
     if (!m_editable)
         return;
