@@ -83,6 +83,14 @@ WDateTimeWidget::WDateTimeWidget(Kind kind, QWidget *parent)
     showValue();
 }
 
+WDateTimeWidget::~WDateTimeWidget()
+{
+    // An input that loses the focus by going still tells what was typed, when nobody is left to take it.
+    m_dateInput->disconnect(this);
+    if (m_timeInput)
+        m_timeInput->disconnect(this);
+}
+
 void WDateTimeWidget::addTimeInput()
 {
     m_timeInput = new WTimeInput(this);

@@ -25,6 +25,7 @@ public:
     enum class Kind { Date, Time, DateTime };
 
     explicit WDateTimeWidget(Kind kind, QWidget *parent = nullptr);
+    ~WDateTimeWidget() override;
 
     /** Hides or shows the input of the day. The day stays as it is. */
     void hideDate(bool hide = true);
