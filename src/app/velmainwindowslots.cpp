@@ -404,14 +404,10 @@ void VelMainWindow::readProperties(const KConfigGroup &group)
     const bool exists = QFile::exists(recovery);
     m_messages->information(QLatin1String("recover:") + QString::number(int(exists)) + QLatin1Char('-')
                             + recovery);
-    if (!exists && hasFile)
-        openDocumentFile(url);
-    else if (!exists)
-        return;
-    else if (m_doc->recoverDocument(recovery, url))
+    if (exists && m_doc->recoverDocument(recovery, url))
         QFile::remove(recovery);
     else if (hasFile)
-        openDocumentFile(url); // the copy is no use, and stays for whoever can read it
+        openDocumentFile(url); // a copy that cannot be read is no use, and stays for whoever can
 }
 
 void VelMainWindow::printOut(VelPrintout &printout)

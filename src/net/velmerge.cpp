@@ -83,17 +83,17 @@ void VelMerge::planForeign(Step &step, std::size_t index)
     if (local && local->isDeleted())
         local = nullptr;
     const VelAccount *own = entry.accounts.get(m_doc.getUserId());
+    const bool isMine = m_doc.getOrigRight() == VelDoc::FullRight; // else it is somebody else's to answer
     if (!own || entry.isDeleted() || own->status == VelAccount::Declined) {
         step.action = Action::Delete;
         if (local && !own)
             ask(Kind::Removed, *local, index);
         else if (local && entry.isDeleted() && own->status != VelAccount::Unanswered)
             ask(Kind::Cancelled, *local, index);
-    } else if (m_doc.getOrigRight() < VelDoc::FullRight) {
-        step.action = Action::Store; // somebody else's to answer
-    } else if (own->status == VelAccount::Unanswered) {
+    } else if (isMine && own->status == VelAccount::Unanswered) {
         ask(Kind::Invitation, entry, index);
-    } else if (local && (local->getStart() != entry.getStart() || local->getEnd() != entry.getEnd())) {
+    } else if (isMine && local
+               && (local->getStart() != entry.getStart() || local->getEnd() != entry.getEnd())) {
         ask(Kind::Changed, entry, index);
     } else {
         step.action = Action::Store;

@@ -85,8 +85,8 @@ void VelCommonEntry::slotFailed(int type, const QString &argument)
 
 void VelCommonEntry::show(const VelEntry &entry) const
 {
-    const VelEntry shown = entry; // other answers may come while it is looked at
-    VelApp::getApp(widget())->showEntryInfo(shown, VelAnswer::NeverInvitation);
+    const auto shown = std::make_unique<VelEntry>(entry); // other answers may come while it is looked at
+    VelApp::getApp(widget())->showEntryInfo(*shown, VelAnswer::NeverInvitation);
 }
 
 void VelCommonEntry::stopWaiting()
