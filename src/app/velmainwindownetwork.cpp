@@ -45,7 +45,6 @@ void VelMainWindow::initNetwork()
     connect(network, &VelNetwork::entriesReceived, this, &VelApp::entriesReceived);
     connect(network, &VelNetwork::netTaskFailed, this, &VelApp::netTaskFailed);
     connect(network, &VelNetwork::merged, this, &VelMainWindow::finishMerge);
-    connect(network, &VelNetwork::synchronizationEnded, this, &VelMainWindow::updateEditActions);
     connect(network, &VelNetwork::settingsChanged, this, &VelMainWindow::shareAccount);
     connect(network, &VelNetwork::passwordChanged, this,
             [this] { statusBar()->showMessage(i18n("The password has been changed."), NoticeTime); });

@@ -115,7 +115,6 @@ void VelNetwork::endSync()
     m_context.lockChanged();
     m_context.status(i18n("Ready."));
     setAutoSyncTimer();
-    Q_EMIT synchronizationEnded();
 }
 
 void VelNetwork::setAutoSyncTimer()
@@ -165,10 +164,7 @@ void VelNetwork::takeSync(VelXmlContent &content, const VelSentEntries &sent)
         Q_EMIT settingsChanged();
     }
     const bool hasAccounts = content.accounts.has_value();
-    std::vector<quint32> sentIds;
-    for (const auto &[localid, entry] : sent)
-        sentIds.push_back(localid);
-    VelMerge merge(doc, std::move(content), sentIds);
+    VelMerge merge(doc, std::move(content), sent);
     if (hasAccounts)
         Q_EMIT accountsReady();
     const QPointer<VelNetwork> self(this);

@@ -73,7 +73,6 @@ Q_SIGNALS:
     /** The settings hold another password, or number of the user. */
     void settingsChanged();
     void passwordChanged();
-    void synchronizationEnded();
     /** Nothing is under way and nothing waits. */
     void idle();
     /** The user may not see this calendar any more. */

@@ -37,7 +37,7 @@ QString VelMerge::Question::text() const
     return {};
 }
 
-VelMerge::VelMerge(VelDoc &doc, VelXmlContent content, const std::vector<quint32> &sent)
+VelMerge::VelMerge(VelDoc &doc, VelXmlContent content, const VelSentEntries &sent)
     : m_doc(doc)
     , m_sent(sent.begin(), sent.end())
     , m_isTotal(content.totalsync)

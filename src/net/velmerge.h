@@ -6,6 +6,7 @@
 #include "document/velanswer.h"
 #include "document/veldoc.h"
 #include "formats/velxmlreader.h"
+#include "net/velrequestwriter.h"
 
 #include <memory>
 #include <optional>
@@ -66,7 +67,7 @@ public:
      * answered, without an error, by @p content. Who the user is, their right, and the accounts are taken over now: the
      * questions are shown by them.
      */
-    VelMerge(VelDoc &doc, VelXmlContent content, const std::vector<quint32> &sent);
+    VelMerge(VelDoc &doc, VelXmlContent content, const VelSentEntries &sent);
 
     /** In the order of the answer. */
     [[nodiscard]] const std::vector<Question> &questions() const { return m_questions; }

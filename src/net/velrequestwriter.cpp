@@ -59,7 +59,7 @@ VelSentEntries appendChanges(std::string &out, const VelDoc &doc)
         if (entry->dirty == 0)
             continue;
         writer.writeEntry(*entry);
-        sent.emplace(entry->localid, *entry);
+        sent.push_back(entry->localid);
     }
     out += writer.text();
     return sent;

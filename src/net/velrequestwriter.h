@@ -8,13 +8,13 @@
 
 #include <QByteArray>
 
-#include <map>
+#include <vector>
 
 class VelDoc;
 class VelSettings;
 
-/** The entries that a synchronisation sent, as they were then, by local id. */
-using VelSentEntries = std::map<quint32, VelEntry>;
+/** Local ids of the entries that a synchronisation sent; how they were then, the document knows: VelDoc::getBefore(). */
+using VelSentEntries = std::vector<quint32>;
 
 /** A message to the server, and what must be known of it when the answer comes. */
 struct VelRequest {
