@@ -10,7 +10,12 @@
 namespace
 {
 /** Somebody is waiting for it. */
-constexpr std::chrono::seconds Patience{15};
+VelConnection::Waits patience()
+{
+    VelConnection::Waits waits;
+    waits.silence = waits.connecting;
+    return waits;
+}
 } // namespace
 
 VelConnectionTest::VelConnectionTest(const VelSettings &settings, bool isNew, VelMessages &messages,
@@ -41,7 +46,7 @@ void VelConnectionTest::start()
     m_attempts.pop_back();
     m_problem.clear();
     m_connection = std::make_unique<VelConnection>(m_doc, m_settings, &m_trust);
-    m_connection->setSilenceLimit(Patience);
+    m_connection->setWaits(patience());
     struct Outcome {
         bool isGood = false;
         bool isRefused = false; // by a server that answered
@@ -53,6 +58,8 @@ void VelConnectionTest::start()
         connection->finishTask();
     });
     connect(connection, &VelConnection::failed, this,
+            [this](const QString &message) { m_problem = message; });
+    connect(connection, &VelConnection::closedUnanswered, this,
             [this](const QString &message) { m_problem = message; });
     connect(connection, &VelConnection::queueDropped, this, [outcome] { outcome->isRefused = true; });
     connect(
@@ -72,8 +79,7 @@ void VelConnectionTest::end(bool isGood, bool isRefused)
     result.encrypt = m_settings.encrypt;
     result.port = m_settings.port;
     if (!isGood)
-        result.problem =
-            m_problem.isEmpty() ? i18n("The server closed the connection without an answer.") : m_problem;
+        result.problem = m_problem;
     m_done(result);
     deleteLater();
 }

@@ -56,8 +56,8 @@ public:
     [[nodiscard]] bool isSynchronizing() const { return m_isSynchronizing; }
     /** True while a request is under way. */
     [[nodiscard]] bool isBusy() const { return m_connection.currentType() != 0; }
-    /** Why the last automatic request failed, empty when it did not. */
-    [[nodiscard]] QString lastFailure() const { return m_connection.lastQuietFailure(); }
+    /** Why the last request failed, empty when it did not. */
+    [[nodiscard]] QString lastFailure() const { return m_connection.lastFailure(); }
     [[nodiscard]] const VelEntry *getReceivedEntry(quint32 globalid) const;
 
 Q_SIGNALS:

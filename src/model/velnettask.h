@@ -21,6 +21,7 @@ struct VelNetTask {
     int type = None;
     QString argument; ///< goes into the body of the message as it is
     bool quiet = false; ///< failures are not shown
+    QString told = {}; ///< a failure that the user was shown while this waited
 
     /** The name that the message bears, empty for a number that has none. */
     [[nodiscard]] static QString nameOf(int type)

@@ -12,6 +12,8 @@
 #include <QPointer>
 #include <QSslSocket>
 
+#include <algorithm>
+
 Q_LOGGING_CATEGORY(netLog, "delmasttime.net", QtWarningMsg)
 
 namespace
@@ -45,9 +47,8 @@ VelConnection::VelConnection(VelDoc &doc, const VelSettings &settings, VelTrust 
     , m_settings(settings)
     , m_trust(trust)
 {
-    m_silence.setSingleShot(true);
-    m_silence.setInterval(SilenceLimit);
-    connect(&m_silence, &QTimer::timeout, this, &VelConnection::slotSilence);
+    m_waiting.setSingleShot(true);
+    connect(&m_waiting, &QTimer::timeout, this, &VelConnection::slotSilence);
 }
 
 VelConnection::~VelConnection()
@@ -81,20 +82,24 @@ void VelConnection::netTask(int type, const QString &argument, bool quiet)
     if (m_phase != Phase::Idle || !m_queue.empty())
         m_queue.push_back({type, argument, quiet});
     else
-        startConnect(type, argument, quiet);
+        startConnect({type, argument, quiet});
 }
 
 /** Asked for and not ended: a window asks for the users when it opens, and synchronises in the next moment. */
 bool VelConnection::isUnderWay(int type) const
 {
-    return m_current.type == type
-        || std::any_of(m_queue.begin(), m_queue.end(),
+    return m_current.type == type || isWaiting(type);
+}
+
+bool VelConnection::isWaiting(int type) const
+{
+    return std::any_of(m_queue.begin(), m_queue.end(),
                        [type](const VelNetTask &task) { return task.type == type; });
 }
 
-void VelConnection::startConnect(int type, const QString &argument, bool quiet)
+void VelConnection::startConnect(const VelNetTask &task)
 {
-    m_current = {type, argument, quiet};
+    m_current = task;
     if (isOpen() && m_peer == wantedPeer()) {
         m_isReused = true;
         slotSocketSend();
@@ -116,7 +121,7 @@ void VelConnection::startNext()
     }
     const VelNetTask next = m_queue.front();
     m_queue.pop_front();
-    startConnect(next.type, next.argument, next.quiet);
+    startConnect(next);
 }
 
 void VelConnection::setNetStatus(NetStatus status)
@@ -137,13 +142,21 @@ void VelConnection::clearNet()
     case Phase::Sent:
         // What the server still sends must not become the answer to the next request.
         dropSocket();
-        failTask({}, true);
+        failTask({}, Telling::Quietly);
         break;
     case Phase::Asking:
     case Phase::Held:
     case Phase::Ending:
         break;
     }
+}
+
+void VelConnection::giveUp(int type)
+{
+    const bool isFirst = m_current.type == type
+        || (type == VelNetTask::Sync && m_current.type == VelNetTask::UserList && isWaiting(type));
+    if (dropWaiting(type) && isFirst)
+        clearNet();
 }
 
 void VelConnection::finishTask()
@@ -163,19 +176,38 @@ void VelConnection::disconnectFromServer()
 }
 
 /** Ends the current task, after a message if there is one. */
-void VelConnection::failTask(const QString &message, bool quiet)
+void VelConnection::failTask(const QString &message, Telling telling)
 {
     m_phase = Phase::Ending;
-    m_silence.stop();
+    m_waiting.stop();
+    // A synchronisation waits for the list of users. What keeps that away would only be found once more.
+    const int follower = m_current.type == VelNetTask::UserList ? VelNetTask::Sync : VelNetTask::None;
+    const bool isWanted = std::any_of(m_queue.begin(), m_queue.end(), [follower](const VelNetTask &task) {
+        return task.type == follower && !task.quiet;
+    });
+    if (telling == Telling::Quietly && isWanted)
+        telling = Telling::Aloud;
+    if (tellFailure(message, telling) && dropWaiting(follower))
+        endTask(false);
+}
+
+/** False when a receiver has deleted the connection. */
+bool VelConnection::tellFailure(const QString &message, Telling telling)
+{
+    if (message.isEmpty())
+        return true;
     const QPointer<VelConnection> self(this);
-    if (!message.isEmpty()) {
-        if (m_current.quiet)
-            m_lastQuietFailure = message;
-        Q_EMIT failed(message, quiet);
-        if (!self)
-            return;
+    m_lastFailure = message;
+    const bool isTold = m_current.told == message;
+    if (telling == Telling::Aloud && !isTold) {
+        for (VelNetTask &task : m_queue)
+            task.told = message;
     }
-    endTask(false);
+    if (telling == Telling::Closed)
+        Q_EMIT closedUnanswered(message);
+    else
+        Q_EMIT failed(message, isTold || telling == Telling::Quietly);
+    return self;
 }
 
 void VelConnection::endTask(bool isGood)
@@ -202,18 +234,19 @@ void VelConnection::endTask(bool isGood)
 void VelConnection::takeAnswer()
 {
     m_phase = Phase::Held;
-    m_silence.stop();
+    m_waiting.stop();
     std::optional<VelXmlContent> read = m_reader->takeContent();
     if (!read) {
         qCWarning(netLog).noquote() << m_reader->errorText();
-        failTask(i18n("Error receiving data from server."), false);
+        failTask(i18n("Error receiving data from server."), Telling::Aloud);
         return;
     }
     const auto content = std::make_shared<VelXmlContent>(std::move(*read));
     const VelSentEntries sent = std::move(m_sent);
     if (content->error && !tellServerError(*content->error))
         return;
-    m_lastQuietFailure.clear();
+    m_lastFailure.clear();
+    m_understood = m_peer;
     m_isUserListReceived = m_isUserListReceived || m_current.type == VelNetTask::UserList;
     Q_EMIT answered(m_current.type, content, sent);
 }
@@ -227,8 +260,7 @@ bool VelConnection::tellServerError(int code)
     const QPointer<VelConnection> self(this);
     m_phase = Phase::Ending;
     const QString message = serverErrorText(code);
-    if (m_current.quiet)
-        m_lastQuietFailure = message;
+    m_lastFailure = message;
     Q_EMIT failed(message, m_current.quiet);
     if (!self)
         return false;
@@ -246,6 +278,21 @@ bool VelConnection::dropQueue()
     const QPointer<VelConnection> self(this);
     const std::deque<VelNetTask> dropped = std::exchange(m_queue, {});
     Q_EMIT queueDropped();
+    for (const VelNetTask &task : dropped) {
+        if (self)
+            Q_EMIT taskFailed(task.type, task.argument);
+    }
+    return self;
+}
+
+/** The same of those of one type, which are not served any more. */
+bool VelConnection::dropWaiting(int type)
+{
+    const auto isKept = [type](const VelNetTask &task) { return task.type != type; };
+    const auto firstDropped = std::stable_partition(m_queue.begin(), m_queue.end(), isKept);
+    const std::deque<VelNetTask> dropped(firstDropped, m_queue.end());
+    m_queue.erase(firstDropped, m_queue.end());
+    const QPointer<VelConnection> self(this);
     for (const VelNetTask &task : dropped) {
         if (self)
             Q_EMIT taskFailed(task.type, task.argument);

@@ -39,8 +39,14 @@ public:
     /** As the status bar shows it. */
     enum NetStatus { NoConnection = 0, Connecting = 1, Connected = 2 };
 
-    /** A server that is silent for so long while something is expected of it counts as gone. */
-    static constexpr std::chrono::seconds SilenceLimit{60};
+    /** What is waited for longer than this has failed. */
+    struct Waits {
+        std::chrono::milliseconds connecting = std::chrono::seconds(15); ///< until the computer answers
+        std::chrono::milliseconds handshake =
+            std::chrono::seconds(5); ///< then, until the connection is encrypted
+        std::chrono::milliseconds silence =
+            std::chrono::seconds(60); ///< of a server that something is due from
+    };
 
     /** Keeps references to all three. Without @p trust only what the system trusts is trusted. */
     VelConnection(VelDoc &doc, const VelSettings &settings, VelTrust *trust = nullptr,
@@ -59,6 +65,11 @@ public:
      * finished: it will end by itself.
      */
     void clearNet();
+    /**
+     * Gives up requests of that type, those that wait and, as clearNet() does, the one under way; with a
+     * synchronisation also the list of users that it waits for.
+     */
+    void giveUp(int type);
     /** Closes the connection, as the server might. (QObject has a disconnect() of its own.) */
     void disconnectFromServer();
 
@@ -69,14 +80,15 @@ public:
     /** What waits behind the current task. */
     [[nodiscard]] const std::deque<VelNetTask> &taskQueue() const { return m_queue; }
     [[nodiscard]] NetStatus netStatus() const { return m_netStatus; }
-    /** Why the last quiet request failed, in the words that nobody was shown; empty after a good answer. */
-    [[nodiscard]] QString lastQuietFailure() const { return m_lastQuietFailure; }
+    /** Why the last request failed, in words for the user; empty after a good answer. */
+    [[nodiscard]] QString lastFailure() const { return m_lastFailure; }
     /** True when the last connection was given up because the server is not trusted. */
     [[nodiscard]] bool isDistrusted() const { return m_isDistrusted; }
     /** True once the server has sent its list of users, be it empty. */
     [[nodiscard]] bool isUserListReceived() const { return m_isUserListReceived; }
 
-    void setSilenceLimit(std::chrono::milliseconds limit) { m_silence.setInterval(limit); }
+    /** Counts for a wait that has begun, too. */
+    void setWaits(Waits waits);
     void setAnswerLimits(VelAnswerReader::Limits limits) { m_limits = limits; }
 
 Q_SIGNALS:
@@ -88,13 +100,19 @@ Q_SIGNALS:
      * receiver has to call finishTask().
      */
     void answered(int type, const std::shared_ptr<VelXmlContent> &content, const VelSentEntries &sent);
-    /** @p message is for the user, unless @p quiet. May come before answered(), too: see the code 0. */
+    /**
+     * @p message is for the user, unless @p quiet. May come before answered(), too: see the code 0. What waited when a
+     * failure was told, and then fails in the same way, is quiet about it.
+     */
     void failed(const QString &message, bool quiet);
+    /** In place of failed() where the server closed the connection instead of answering: nobody has to confirm that. */
+    void closedUnanswered(const QString &message);
     /**
      * The server refused with an error, so that what waited is dropped, or the settings name no server any more.
      * Followed by taskFailed() for each of those that waited.
      */
     void queueDropped();
+    /** Comes alone for one that never got its turn. */
     void taskFailed(int type, const QString &argument);
     /** The task is over; it is still the current one, so that a request made now waits behind all others. */
     void taskEnded(int type);
@@ -118,6 +136,8 @@ private:
         bool encrypt = false;
         bool operator==(const Peer &other) const = default;
     };
+    /** How the user gets to know of a failure. */
+    enum class Telling { Aloud, Quietly, Closed };
     /** A certificate that the system does not trust. */
     struct Suspect {
         QSslCertificate certificate;
@@ -126,12 +146,15 @@ private:
     };
 
     // velconnection.cpp: the queue
-    void startConnect(int type, const QString &argument, bool quiet);
+    void startConnect(const VelNetTask &task);
     void startNext();
     bool dropQueue();
+    bool dropWaiting(int type);
+    [[nodiscard]] bool isWaiting(int type) const;
     [[nodiscard]] bool isUnderWay(int type) const;
     void setNetStatus(NetStatus status);
-    void failTask(const QString &message, bool quiet);
+    void failTask(const QString &message, Telling telling);
+    bool tellFailure(const QString &message, Telling telling);
     void endTask(bool isGood);
     void takeAnswer();
     bool tellServerError(int code);
@@ -142,18 +165,22 @@ private:
     // velconnectionsocket.cpp: the socket
     void openSocket();
     void connectSocket();
+    void startWaiting();
     void dropSocket();
     void slotSocketConnect();
     void slotSocketSend();
     void slotSocketRead();
     void slotSocketError();
     void slotSocketClose();
+    void slotHostReached();
     void slotSslErrors(const QList<QSslError> &errors);
     void slotSilence();
-    void failSocket(const QString &message);
+    void failSocket(const QString &message, Telling telling);
+    [[nodiscard]] Telling usualTelling() const;
     void askTrust();
     [[nodiscard]] bool isOpen() const;
     [[nodiscard]] QString socketErrorText() const;
+    [[nodiscard]] QString closedText() const;
 
     VelDoc &m_doc;
     const VelSettings &m_settings;
@@ -163,7 +190,7 @@ private:
     VelNetTask m_current;
     Phase m_phase = Phase::Idle;
     NetStatus m_netStatus = NoConnection;
-    QString m_lastQuietFailure;
+    QString m_lastFailure;
     bool m_isUserListReceived = false;
     bool m_isDistrusted = false;
 
@@ -171,9 +198,12 @@ private:
     quint64 m_socketNumber = 0; // tells what comes from an earlier one
     Peer m_peer; // of the socket
     bool m_isReused = false; // the request went out on a connection that had served another
+    bool m_isReached = false; // the computer has answered, and may have its own idea of encryption
+    std::optional<Peer> m_understood; // who last sent a good answer
     std::optional<Suspect> m_suspect;
     QByteArray m_refused; // fingerprint that the user declined since the program started
-    QTimer m_silence;
+    Waits m_waits;
+    QTimer m_waiting;
 
     std::optional<VelAnswerReader> m_reader;
     VelAnswerReader::Limits m_limits;

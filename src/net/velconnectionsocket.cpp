@@ -20,6 +20,9 @@ constexpr qint64 ReadSize = 256 << 10;
 /** An answer from this size on is large. */
 constexpr qint64 LargeAnswer = 1 << 20;
 
+/** How a record of TLS begins that tells of an error; no answer in clear text can begin so. */
+constexpr char TlsAlert = 0x15;
+
 QByteArray fingerprintOf(const QSslCertificate &certificate)
 {
     return certificate.digest(QCryptographicHash::Sha256);
@@ -38,11 +41,12 @@ void VelConnection::openSocket()
     dropSocket();
     m_phase = Phase::Connecting;
     m_isReused = false;
+    m_isReached = false;
     m_peer = wantedPeer();
     m_socket = std::make_unique<QSslSocket>();
     m_socket->setReadBufferSize(ReadSize);
     connectSocket();
-    m_silence.start();
+    startWaiting();
     const auto port = static_cast<quint16>(m_peer.port);
     if (m_peer.encrypt) {
         QSslConfiguration configuration = m_socket->sslConfiguration();
@@ -67,20 +71,37 @@ void VelConnection::connectSocket()
         };
         connect(m_socket.get(), signal, this, call, Qt::QueuedConnection);
     };
-    if (m_peer.encrypt)
+    if (m_peer.encrypt) {
+        queued(&QSslSocket::connected, &VelConnection::slotHostReached);
         queued(&QSslSocket::encrypted, &VelConnection::slotSocketConnect);
-    else
+    } else {
         queued(&QSslSocket::connected, &VelConnection::slotSocketConnect);
+    }
     queued(&QSslSocket::readyRead, &VelConnection::slotSocketRead);
     queued(&QSslSocket::errorOccurred, &VelConnection::slotSocketError);
     queued(&QSslSocket::disconnected, &VelConnection::slotSocketClose);
     connect(m_socket.get(), QOverload<const QList<QSslError> &>::of(&QSslSocket::sslErrors), this,
             &VelConnection::slotSslErrors);
     const auto restart = [this] {
-        if (m_silence.isActive())
-            m_silence.start();
+        if (m_waiting.isActive())
+            startWaiting();
     };
     connect(m_socket.get(), &QSslSocket::bytesWritten, this, restart);
+}
+
+void VelConnection::setWaits(Waits waits)
+{
+    m_waits = waits;
+    if (m_waiting.isActive())
+        startWaiting();
+}
+
+void VelConnection::startWaiting()
+{
+    if (m_phase == Phase::Sent)
+        m_waiting.start(m_waits.silence);
+    else
+        m_waiting.start(m_isReached ? m_waits.handshake : m_waits.connecting);
 }
 
 void VelConnection::dropSocket()
@@ -101,6 +122,14 @@ void VelConnection::slotSocketConnect()
     setNetStatus(Connected);
 }
 
+void VelConnection::slotHostReached()
+{
+    if (m_phase != Phase::Connecting)
+        return;
+    m_isReached = true;
+    startWaiting();
+}
+
 void VelConnection::slotSocketSend()
 {
     VelRequest request = VelRequestWriter::write(m_current, m_settings, m_doc);
@@ -109,7 +138,7 @@ void VelConnection::slotSocketSend()
         m_doc.beginExchange();
     m_reader.emplace(m_limits);
     m_phase = Phase::Sent;
-    m_silence.start();
+    startWaiting();
     m_socket->write(request.bytes);
 }
 
@@ -123,7 +152,14 @@ void VelConnection::slotSocketRead()
         disconnectFromServer();
         return;
     }
-    m_silence.start();
+    if (!m_peer.encrypt && m_reader->bytesReceived() == 0 && bytes.at(0) == TlsAlert) {
+        failSocket(
+            i18n("The server expects an encrypted connection. Turn on \"Encrypt the connection\" on the "
+                 "page \"Server Account\" of the preferences."),
+            usualTelling());
+        return;
+    }
+    startWaiting();
     switch (m_reader->feed(bytes)) {
     case VelAnswerReader::State::Complete:
         takeAnswer();
@@ -141,11 +177,28 @@ void VelConnection::slotSocketRead()
 
 QString VelConnection::socketErrorText() const
 {
-    if (m_socket->error() == QAbstractSocket::HostNotFoundError)
+    if (m_socket->error() == QAbstractSocket::HostNotFoundError
+        || m_socket->state() == QAbstractSocket::HostLookupState)
         return i18n("Host name not found.");
     if (m_netStatus == Connected)
         return i18n("Error reading data from the server.");
+    if (m_isReached)
+        return i18n(
+            "The server does not take part in encrypting the connection. If it offers no encryption at "
+            "this port, set another port, or turn off \"Encrypt the connection\", on the page \"Server "
+            "Account\" of the preferences.");
     return i18n("Cannot connect to server.");
+}
+
+QString VelConnection::closedText() const
+{
+    // Of one that was never understood, and says nothing at all, clear text may be what it does not bear.
+    const bool mayWantEncryption =
+        !m_peer.encrypt && m_reader->bytesReceived() == 0 && m_understood != m_peer;
+    return mayWantEncryption
+        ? i18n("The server closed the connection without an answer. If it expects an encrypted one, turn on "
+               "\"Encrypt the connection\" on the page \"Server Account\" of the preferences.")
+        : i18n("The server closed the connection without an answer.");
 }
 
 void VelConnection::slotSocketError()
@@ -154,17 +207,22 @@ void VelConnection::slotSocketError()
     if (m_suspect && m_phase == Phase::Connecting)
         askTrust();
     else if (!isClosed || m_netStatus != Connected)
-        failSocket(socketErrorText());
+        failSocket(socketErrorText(), usualTelling());
     else if (m_socket->state() == QAbstractSocket::UnconnectedState)
         slotSocketClose();
 }
 
+VelConnection::Telling VelConnection::usualTelling() const
+{
+    return m_current.quiet ? Telling::Quietly : Telling::Aloud;
+}
+
 /** The connection is lost, and with it the request that is under way. */
-void VelConnection::failSocket(const QString &message)
+void VelConnection::failSocket(const QString &message, Telling telling)
 {
     dropSocket();
     if (m_phase == Phase::Connecting || m_phase == Phase::Sent)
-        failTask(message, m_current.quiet);
+        failTask(message, telling);
     else
         setNetStatus(NoConnection);
 }
@@ -181,14 +239,16 @@ void VelConnection::slotSocketClose()
     // A server that ends idle connections may do so in the very moment in which one is used again.
     if (m_phase == Phase::Sent && m_isReused && m_reader->bytesReceived() == 0)
         openSocket();
+    else if (m_phase == Phase::Sent)
+        failSocket(closedText(), Telling::Closed);
     else
-        failSocket(m_phase == Phase::Connecting ? socketErrorText() : QString());
+        failSocket(socketErrorText(), usualTelling());
 }
 
+/** Waited too long, for the connection or for the server. */
 void VelConnection::slotSilence()
 {
-    dropSocket();
-    failTask(i18n("Error reading data from the server."), m_current.quiet);
+    failSocket(socketErrorText(), usualTelling());
 }
 
 void VelConnection::slotSslErrors(const QList<QSslError> &errors)
@@ -215,12 +275,12 @@ void VelConnection::askTrust()
     const Suspect suspect = std::move(*m_suspect);
     const Peer peer = m_peer;
     dropSocket();
-    m_silence.stop();
+    m_waiting.stop();
     m_isDistrusted = true;
     if (suspect.isChanged) {
         failTask(i18n("The server's certificate has changed since it was accepted. Somebody else may be "
                       "answering in the server's place, so nothing was sent."),
-                 m_current.quiet);
+                 usualTelling());
         return;
     }
     const QByteArray fingerprint = fingerprintOf(suspect.certificate);
@@ -239,6 +299,6 @@ void VelConnection::askTrust()
         openSocket();
     } else {
         m_refused = fingerprint;
-        failTask(i18n("The server's certificate is not trusted, so nothing was sent."), m_current.quiet);
+        failTask(i18n("The server's certificate is not trusted, so nothing was sent."), usualTelling());
     }
 }

@@ -107,6 +107,10 @@ struct NetSession {
         QObject::connect(connection.get(), &VelConnection::failed, [this](const QString &text, bool quiet) {
             note(quiet ? QStringLiteral("(%1)").arg(text) : text);
         });
+        QObject::connect(connection.get(), &VelConnection::closedUnanswered, [this](const QString &text) {
+            note(text.contains(QLatin1String("Encrypt")) ? QStringLiteral("closed?")
+                                                         : QStringLiteral("closed"));
+        });
         const auto take = [this](int type, const auto &content, const VelSentEntries &entries) {
             received = content;
             sent = entries;

@@ -87,15 +87,28 @@ private Q_SLOTS:
         }
 
         const QByteArray refused = "S1 (No.) S0 X4 E4 S1 No. S0 X5 E5 .";
-        const QByteArray nobody = QByteArray(refused).replace("No", "Cannot connect to server");
+        const auto withoutServer = [](QByteArray told) {
+            return told.replace("No", "Cannot connect to server");
+        };
+        const QByteArray nobody = withoutServer(refused);
         const QByteArray nowhere = QByteArray(refused).replace("No", "Host name not found");
         add("refused", {{-4, 5}, {}, {}, nobody});
+        add("told once",
+            {{4, -5, 6}, {}, {}, withoutServer("S1 No. S0 X4 E4 S1 (No.) S0 X5 E5 S1 (No.) S0 X6 E6 .")});
+        add("no list, no synchronisation",
+            {{-2, 4, 1}, {}, {}, withoutServer("S1 No. X1 S0 X2 E2 S1 (No.) S0 X4 E4 .")});
+        add("nor one by itself", {{-1}, {}, {}, withoutServer("S1 (No.) X1 S0 X2 E2 .")});
         add("no host", {{-4, 5}, {}, {}, nowhere, {}, "no-such-host.invalid"});
         add("no server set", {{-4, 5}, {}, {}, ". .", {}, ""});
 
         const QByteArray cut = "S1 S2 Error receiving data from server. S0 X4 E4 S1 S2 A5 E5 .";
         const QByteArray unread = "S1 S2 Error receiving data from server. X4 E4 A5 E5 .";
-        const QByteArray lost = "S1 S2 S0 X4 E4 S1 S2 A5 E5 .";
+        const QByteArray lost = "S1 S2 closed S0 X4 E4 S1 S2 A5 E5 .";
+        const QByteArray foreign = QByteArray(lost).replace("closed", "closed?");
+        const QByteArray encrypted =
+            QByteArray(lost).replace("closed",
+                                     "The server expects an encrypted connection. Turn on \"Encrypt the "
+                                     "connection\" on the page \"Server Account\" of the preferences.");
         const QByteArray fine = "S1 S2 A4 E4 A5 E5 .";
         const QByteArray many = answer(QByteArray("<account><name>a</name></account>").repeated(6));
         const QList<QByteArray> again{Busy, Rights, Rights};
@@ -107,13 +120,15 @@ private Q_SLOTS:
         add("terminator late", {{4, 5}, {{Ok, Keep, int(Ok.size()) - 1}, {Ok}}, both, fine});
         add("answered and closed", {{4, 5}, {{Ok}, {Ok, Close}}, both, fine + " S0"});
         add("closed in the middle", {{4, 5}, {{"<calendar>", Close}, {Ok}}, both, lost});
-        add("closed at once", {{4, 5}, {{{}, Close}, {Ok}}, both, lost});
-        add("reset", {{4, 5}, {{{}, Reset}, {Ok}}, both, lost});
+        add("closed at once", {{4, 5}, {{{}, Close}, {Ok}}, both, foreign});
+        add("reset", {{4, 5}, {{{}, Reset}, {Ok}}, both, foreign});
+        add("encrypted there", {{4, 5}, {{"\x15\x03\x01\x00\x02\x02\x1A"}, {Ok}}, both, encrypted});
         add("closed when used again",
             {{4, 5}, {{Ok}, {{}, Close}, {Ok}}, again, "S1 S2 A4 E4 S1 S2 A5 E5 ."});
-        add("closed in a later answer", {{4, 5}, {{Ok}, {"<", Close}}, both, "S1 S2 A4 E4 S0 X5 E5 ."});
+        add("closed in a later answer",
+            {{4, 5}, {{Ok}, {"<", Close}}, both, "S1 S2 A4 E4 closed S0 X5 E5 ."});
         add("closed twice",
-            {{4, 5}, {{Ok}, {{}, Close}, {{}, Close}}, again, "S1 S2 A4 E4 S1 S2 S0 X5 E5 ."});
+            {{4, 5}, {{Ok}, {{}, Close}, {{}, Close}}, again, "S1 S2 A4 E4 S1 S2 closed S0 X5 E5 ."});
     }
     void shouldSendWhatIsDueAndTellWhatCame()
     {
@@ -135,10 +150,45 @@ private Q_SLOTS:
         NetSession session;
         session.start({-4}, {{"<calendar>"}});
         QTRY_COMPARE(session.server.requests.size(), 1);
-        session.connection->setSilenceLimit(std::chrono::milliseconds(1));
+        session.connection->setWaits({{}, {}, std::chrono::milliseconds(1)});
         QTRY_COMPARE(session.told(), QByteArray("S1 S2 (Error reading data from the server.) S0 X4 E4 ."));
-        QCOMPARE(session.connection->lastQuietFailure(),
-                 QLatin1String("Error reading data from the server."));
+        QCOMPARE(session.connection->lastFailure(), QLatin1String("Error reading data from the server."));
+    }
+
+    void shouldGiveUpAComputerThatDoesNotAnswer()
+    {
+        NetSession session;
+        session.doc.settings.server = QStringLiteral("192.0.2.1"); // kept free for examples
+        session.connection->setWaits({std::chrono::milliseconds(1)});
+        session.start({4}, {});
+        QTRY_COMPARE(session.told(), QByteArray("S1 Cannot connect to server. S0 X4 E4 ."));
+    }
+
+    void shouldGiveUpWhatIsNotWantedAnyMore_data()
+    {
+        QTest::addColumn<QVector<int>>("types");
+        QTest::addColumn<QByteArray>("told");
+        QTest::newRow("under way") << QVector<int>{3, 1, 4, 1}
+                                   << QByteArray("A3 E3 A2 E2 X1 S0 X1 E1 S1 S2 A4 E4 .");
+        QTest::newRow("waits for users")
+            << QVector<int>{3, -1, 4} << QByteArray("A3 E3 X1 S0 X2 E2 S1 S2 A4 E4 .");
+        QTest::newRow("waits") << QVector<int>{3, 4, 2, 1, 5} << QByteArray("A3 E3 X1 A4 E4 A2 E2 A5 E5 .");
+    }
+    void shouldGiveUpWhatIsNotWantedAnyMore()
+    {
+        QFETCH(QVector<int>, types);
+        QFETCH(QByteArray, told);
+        NetSession session;
+        const bool isSent = told.contains("A2 E2 X1");
+        Steps steps(isSent ? 2 : 1, {Ok});
+        steps.push_back({});
+        session.start(types, steps);
+        QTRY_COMPARE(session.server.requests.size(), int(steps.size()));
+        session.connection->giveUp(VelNetTask::Sync);
+        session.server.script = Steps(3, {Ok});
+        if (session.connection->currentType() == 4 && session.server.requests.last() == Busy)
+            session.server.say(Ok);
+        QTRY_COMPARE(session.told(), "S1 S2 " + told);
     }
 
     void shouldHoldEverythingUntilTheReceiverIsDone()
@@ -215,7 +265,7 @@ private Q_SLOTS:
     {
         const QByteArray denied = answer("<action><error>2</error></action>");
         const std::map<int, Steps> stepsByCount{
-            {8, {{Ok}, {Ok, Close}}}, {12, {{"x\x1A"}, {denied}}}, {11, {{{}, Close}, {"<", Reset}}}};
+            {8, {{Ok}, {Ok, Close}}}, {12, {{"x\x1A"}, {denied}}}, {13, {{{}, Close}, {"<", Reset}}}};
         for (const auto &[count, steps] : stepsByCount) {
             for (int after = 1; after <= count; ++after) {
                 NetSession session;

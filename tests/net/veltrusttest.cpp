@@ -75,7 +75,16 @@ private Q_SLOTS:
         add("expired, accepted", {"expired", false, "", true, Good, {expired}});
         add("expired, refused", {"expired", false, "", false, Untrusted, {expired}});
         add("no encryption there",
-            {"", false, "", true, "S1 Error reading data from the server. S0 X4 E4 .", {}});
+            {"",
+             false,
+             "",
+             true,
+             "S1 The server does not take part in encrypting the connection. If it offers no encryption at "
+             "this "
+             "port, set another port, or turn off \"Encrypt the connection\", on the page \"Server Account\" "
+             "of "
+             "the preferences. S0 X4 E4 .",
+             {}});
     }
     void shouldSendNothingToAServerThatIsNotTrusted()
     {
@@ -87,12 +96,24 @@ private Q_SLOTS:
         serve(session, row.certificate, row.isKnownToSystem);
         session.start({4}, {{answer(QByteArray(3 << 20, ' ')), ScriptedServer::Close}});
         if (row.certificate.isEmpty())
-            session.connection->setSilenceLimit(std::chrono::milliseconds(1));
+            session.connection->setWaits({std::chrono::minutes(1), std::chrono::milliseconds(1), {}});
         QTRY_COMPARE(session.told(), row.told);
         QCOMPARE(trust.asked, row.asked);
         QCOMPARE(session.server.requests.size(), row.told == Good ? 1 : 0);
         const bool isAccepted = row.accept && !row.asked.isEmpty();
         QCOMPARE(trust.kept, fingerprint(isAccepted ? row.certificate : row.remembered));
+    }
+
+    void shouldSayThatTheServerEncrypts()
+    {
+        NetSession session;
+        serve(session, "valid", true);
+        session.doc.settings.encrypt = false;
+        session.start({4}, {});
+        QTRY_VERIFY(session.told().endsWith("S0 X4 E4 ."));
+        QVERIFY2(session.connection->lastFailure().contains(QLatin1String("turn on \"Encrypt"),
+                                                            Qt::CaseInsensitive),
+                 session.told().constData());
     }
 
     void shouldAskOnlyOnceByItself()
