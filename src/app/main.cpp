@@ -4,6 +4,7 @@
 #include "app/velaboutdata.h"
 #include "app/velfilecommands.h"
 #include "app/velmainwindow.h"
+#include "app/velnetwork.h"
 #include "document/velexchange.h"
 #include "model/compat.h"
 
@@ -56,6 +57,12 @@ int main(int argc, char **argv)
 
     if (application.isSessionRestored())
         kRestoreMainWindows<VelMainWindow>();
+    // What was open is synchronised in its time, as if the program had run on.
+    const QList<KMainWindow *> windows = KMainWindow::memberList();
+    for (KMainWindow *each : windows) {
+        if (auto *window = qobject_cast<VelMainWindow *>(each))
+            window->network()->setAutoSyncTimer();
+    }
     // A session that held none would else run without a window for ever.
     if (KMainWindow::memberList().isEmpty())
         openFirstWindow(parser.positionalArguments());

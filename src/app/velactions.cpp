@@ -182,6 +182,10 @@ void VelActions::makeEntryActions()
     synchronize = addWithKey("synchronize", i18n("&Synchronize"), "synchronize", Qt::Key_S,
                              i18n("Synchronize calendar with the server"));
     connect(synchronize, &VelMainWindow::slotSynchronize);
+    stopSynchronizing = addWithKey("stop_synchronize", i18n("St&op Synchronizing"), "process-stop",
+                                   Qt::Key_Escape, i18n("Gives up the synchronization that is under way"));
+    stopSynchronizing->setEnabled(false);
+    connect(stopSynchronizing, &VelMainWindow::slotStopSynchronizing);
     connect(add("changepass", i18n("&Change Password..."), "password", i18n("Change password on the server")),
             &VelMainWindow::slotChangePass);
 }

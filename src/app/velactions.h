@@ -38,6 +38,7 @@ public:
     QAction *del = nullptr;
     QAction *purge = nullptr;
     QAction *synchronize = nullptr;
+    QAction *stopSynchronizing = nullptr; ///< enabled only while one is under way that can be stopped
     QAction *newEntry = nullptr;
     QAction *newTodo = nullptr;
     QAction *editEntry = nullptr;

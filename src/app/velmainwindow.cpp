@@ -89,7 +89,6 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
     setCutCopy(nullptr, false);
     slotClipboardChanged();
     setAutoSaveTimer();
-    m_network->setAutoSyncTimer();
     netTask(VelNetTask::UserList, {}, true);
 }
 
@@ -240,7 +239,7 @@ void VelMainWindow::setEditLock(bool locked)
 
 bool VelMainWindow::isEditLocked() const
 {
-    return m_lockHolders > 0 || m_closing || m_network->isSynchronizing() || !m_doc->isWritable();
+    return m_lockHolders > 0 || m_closing || m_network->isLocking() || !m_doc->isWritable();
 }
 
 bool VelMainWindow::mayEdit() const
@@ -257,12 +256,14 @@ void VelMainWindow::updateEditActions()
     m_actions->newEntry->setEnabled(mayEdit());
     m_actions->newTodo->setEnabled(mayEdit());
     // A calendar that may only be read is locked for good, but what others do in it is still to be seen.
-    m_actions->synchronize->setEnabled(m_lockHolders == 0 && !m_closing && !m_network->isSynchronizing());
+    m_actions->synchronize->setEnabled(m_lockHolders == 0 && !m_closing && !m_network->isLocking());
+    m_actions->stopSynchronizing->setEnabled(m_network->isStoppable());
     for (QAction *action :
          {m_actions->openNew, m_actions->open, static_cast<QAction *>(m_actions->openRecent)})
         action->setEnabled(!m_closing);
     m_undo->updateActions();
     slotClipboardChanged();
+    m_network->release();
 }
 
 void VelMainWindow::slotClipboardChanged()

@@ -30,6 +30,7 @@ class VelNetwork;
 class VelOnlineWidget;
 class VelPreferences;
 class VelRemoteCalendarDialog;
+class VelSyncBar;
 class VelTray;
 class VelTrust;
 class VelUndo;
@@ -132,6 +133,8 @@ public Q_SLOTS:
     void slotViewEntry();
     void slotPurgeCompleted();
     void slotSynchronize();
+    void slotStopSynchronizing();
+    /** What the program does with its first window: see VelNetwork::synchronizeAtStart(). */
     void slotAutoSync();
     void slotChangePass();
     void slotPreferences();
@@ -155,6 +158,8 @@ private:
     void initAlarm();
     void initUndo();
     void initNetwork();
+    void connectNetwork();
+    [[nodiscard]] bool isInUse() const;
     void initView(const VelWindowOptions &options);
     void readOptions(const VelWindowOptions &options);
     [[nodiscard]] VelWindowOptions currentOptions() const;
@@ -202,6 +207,7 @@ private:
     QString m_shownPass; // digest that the preferences were given
     QLabel *m_statusText = nullptr;
     VelOnlineWidget *m_onlineWidget = nullptr;
+    VelSyncBar *m_syncBar = nullptr;
     std::unique_ptr<VelActions> m_actions;
     std::unique_ptr<VelFileCommands> m_fileCommands;
     std::unique_ptr<VelTray> m_tray;

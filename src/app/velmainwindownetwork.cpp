@@ -7,6 +7,7 @@
 #include "app/velmainwindow.h"
 #include "app/velnetwork.h"
 #include "app/velonlinewidget.h"
+#include "app/velsyncbar.h"
 #include "dialogs/velpassword.h"
 #include "dialogs/velremotecalendardialog.h"
 #include "document/veldoc.h"
@@ -16,6 +17,7 @@
 #include <KLocalizedString>
 
 #include <QGuiApplication>
+#include <QLabel>
 #include <QPointer>
 #include <QStatusBar>
 
@@ -28,13 +30,29 @@ void VelMainWindow::initNetwork()
 {
     m_trust = std::make_unique<VelCertificates>(*m_messages);
     m_network = std::make_unique<VelNetwork>(VelNetwork::Context{
-        *m_doc, m_settings, *m_messages, *m_trust, [this] { return m_lockHolders > 0 || m_view->hasInput(); },
+        *m_doc, m_settings, *m_messages, *m_trust, [this] { return isInUse(); },
         [this] { updateEditActions(); },
         [this](const QString &text) {
             if (!m_closing) // what it waits for is what counts then
                 slotStatusMsg(text);
         },
-        [this](const VelMerge::Question &question) { return askAbout(question); }});
+        [this] {
+            if (!m_closing && !m_autoSaveFailed)
+                m_statusText->setText(i18n("Ready."));
+        },
+        [this](const VelMerge::Question &question) { return askAbout(question); }, m_now});
+    m_syncBar = new VelSyncBar(m_actions->stopSynchronizing, statusBar());
+    connectNetwork();
+}
+
+/** What an answer of the server would change under somebody's hands. */
+bool VelMainWindow::isInUse() const
+{
+    return m_lockHolders > 0 || m_view->hasInput() || m_doc->isInStep();
+}
+
+void VelMainWindow::connectNetwork()
+{
     VelNetwork *network = m_network.get();
     connect(network, &VelNetwork::netStatusChanged, this, &VelMainWindow::setNetStatus);
     connect(network, &VelNetwork::accountsReady, this, &VelApp::accountsReady);
@@ -44,6 +62,9 @@ void VelMainWindow::initNetwork()
     connect(network, &VelNetwork::rightsReady, this, &VelApp::rightsReady);
     connect(network, &VelNetwork::entriesReceived, this, &VelApp::entriesReceived);
     connect(network, &VelNetwork::netTaskFailed, this, &VelApp::netTaskFailed);
+    connect(network, &VelNetwork::noticed, this,
+            [this](const QString &text) { statusBar()->showMessage(text, NoticeTime); });
+    connect(network, &VelNetwork::warningChanged, m_syncBar, &VelSyncBar::setWarning);
     connect(network, &VelNetwork::merged, this, &VelMainWindow::finishMerge);
     connect(network, &VelNetwork::settingsChanged, this, &VelMainWindow::shareAccount);
     connect(network, &VelNetwork::passwordChanged, this,
@@ -89,7 +110,12 @@ void VelMainWindow::slotSynchronize()
 
 void VelMainWindow::slotAutoSync()
 {
-    m_network->slotAutoSync();
+    m_network->synchronizeAtStart();
+}
+
+void VelMainWindow::slotStopSynchronizing()
+{
+    m_network->stopSynchronizing();
 }
 
 void VelMainWindow::slotChangePass()
@@ -232,7 +258,7 @@ bool VelMainWindow::waitsForNetwork()
     if (m_isDenied)
         return false;
     if (m_settings.autoSync && m_settings.autoSave && !m_doc->isModsSynced() && !m_closing)
-        slotAutoSync();
+        m_network->slotAutoSync();
     return m_network->isBusy();
 }
 

@@ -38,18 +38,33 @@ VelNetwork::VelNetwork(Context context)
     , m_connection(m_context.doc, m_context.settings, &m_context.trust)
 {
     m_autoSyncTimer.setSingleShot(true);
+    m_waitingTimer.setSingleShot(true);
     connect(&m_autoSyncTimer, &QTimer::timeout, this, &VelNetwork::slotAutoSync);
+    connect(&m_waitingTimer, &QTimer::timeout, this, &VelNetwork::takeWaiting);
+    connect(&m_context.doc, &VelDoc::contentsReplaced, this, [this] {
+        m_record.clear();
+        Q_EMIT warningChanged({});
+    });
+    connectConnection();
+}
+
+void VelNetwork::connectConnection()
+{
     connect(&m_connection, &VelConnection::netStatusChanged, this, &VelNetwork::netStatusChanged);
     connect(&m_connection, &VelConnection::answered, this, &VelNetwork::take);
     connect(&m_connection, &VelConnection::failed, this, &VelNetwork::tellFailure);
-    connect(&m_connection, &VelConnection::taskFailed, this, &VelNetwork::netTaskFailed);
+    connect(&m_connection, &VelConnection::closedUnanswered, this, &VelNetwork::noticed);
+    connect(&m_connection, &VelConnection::taskFailed, this, [this](int type, const QString &argument) {
+        if (type == VelNetTask::Sync)
+            failSync();
+        Q_EMIT netTaskFailed(type, argument);
+    });
     connect(&m_connection, &VelConnection::taskEnded, this, [this](int type) {
         if (std::exchange(m_hasShownProgress, false))
-            m_context.status(i18n("Ready."));
-        if (type == VelNetTask::Sync)
+            m_context.ready();
+        if (type == VelNetTask::Sync && !m_waiting)
             endSync();
     });
-    connect(&m_connection, &VelConnection::queueDropped, this, &VelNetwork::endSync);
     connect(&m_connection, &VelConnection::queueEmpty, this, &VelNetwork::idle);
     connect(&m_connection, &VelConnection::accessDenied, this, &VelNetwork::accessDenied);
     connect(&m_connection, &VelConnection::progress, this, [this](qint64 bytes) {
@@ -74,12 +89,32 @@ void VelNetwork::netTask(int type, const QString &argument, bool quiet)
 
 void VelNetwork::slotSynchronize()
 {
-    if (m_isSynchronizing)
+    if (m_isByHand || m_isMerging)
         return;
-    if (hasAccount())
-        startSync(i18n("Synchronizing with server"), false);
-    else
+    const QString text = i18n("Synchronizing with server");
+    if (!hasAccount()) {
         tellNoAccount();
+    } else if (m_isSynchronizing) {
+        // What runs by itself may have been sent before the last change.
+        m_isByHand = m_isWantedAgain = true;
+        m_context.lockChanged();
+        m_context.status(text);
+    } else {
+        startSync(text, false);
+    }
+}
+
+void VelNetwork::stopSynchronizing()
+{
+    if (!isStoppable())
+        return;
+    m_isGivenUp = true;
+    m_isWantedAgain = false;
+    Q_EMIT noticed(i18n("Synchronizing was stopped."));
+    if (std::exchange(m_waiting, std::nullopt))
+        endWaiting();
+    else
+        m_connection.giveUp(VelNetTask::Sync);
 }
 
 void VelNetwork::tellNoAccount()
@@ -94,13 +129,30 @@ void VelNetwork::slotAutoSync()
         return;
     if (m_isSynchronizing || m_context.isInUse())
         m_autoSyncTimer.start(LockedRetry);
-    else if (hasAccount())
+    else if (hasAccount() && mayRunByItself())
         startSync(i18n("Synchronizing with server."), true);
+    else
+        setAutoSyncTimer(); // another calendar, or account, may be there by then
+}
+
+void VelNetwork::synchronizeAtStart()
+{
+    m_isStartWindow = true;
+    slotAutoSync();
+}
+
+bool VelNetwork::mayRunByItself() const
+{
+    const QString synctime = m_context.doc.getSynctime();
+    return m_isStartWindow || (!synctime.isEmpty() && synctime != VelCalendarMeta().synctime);
 }
 
 void VelNetwork::startSync(const QString &text, bool quiet)
 {
     m_isSynchronizing = true;
+    m_isByHand = !quiet;
+    m_isGivenUp = false;
+    m_outcome = VelSyncRecord::Outcome::Undecided;
     m_context.lockChanged();
     m_context.status(text);
     m_connection.netTask(VelNetTask::Sync, {}, quiet);
@@ -110,19 +162,40 @@ void VelNetwork::endSync()
 {
     if (!m_isSynchronizing)
         return;
-    m_isSynchronizing = false;
+    noteOutcome();
+    m_isSynchronizing = m_isByHand = m_isMerging = false;
     m_context.doc.endExchange();
     m_context.lockChanged();
-    m_context.status(i18n("Ready."));
+    m_context.ready();
     setAutoSyncTimer();
+    if (std::exchange(m_isWantedAgain, false))
+        startSync(i18n("Synchronizing with server"), false);
+}
+
+/** The end follows with that of the request, unless that never had its turn. */
+void VelNetwork::failSync()
+{
+    if (!m_isGivenUp)
+        m_outcome = VelSyncRecord::Outcome::Failed;
+    if (m_connection.currentType() != VelNetTask::Sync)
+        endSync();
+}
+
+void VelNetwork::noteOutcome()
+{
+    m_record.note(m_outcome, !m_isByHand, m_context.now(), m_connection.lastFailure());
+    Q_EMIT warningChanged(m_record.warning(m_context.now().date()));
 }
 
 void VelNetwork::setAutoSyncTimer()
 {
-    if (m_context.settings.autoSync && !m_isStopped)
+    if (m_context.settings.autoSync && !m_isStopped) {
         m_autoSyncTimer.start(m_context.settings.autoSyncInterval * MsecsPerMinute);
-    else
-        m_autoSyncTimer.stop();
+        return;
+    }
+    m_autoSyncTimer.stop();
+    m_record.clear();
+    Q_EMIT warningChanged({});
 }
 
 void VelNetwork::stop()
@@ -146,12 +219,59 @@ void VelNetwork::tellFailure(const QString &message, bool quiet)
 void VelNetwork::take(int type, const std::shared_ptr<VelXmlContent> &content, const VelSentEntries &sent)
 {
     const QPointer<VelNetwork> self(this);
-    if (type == VelNetTask::Sync)
-        takeSync(*content, sent);
-    else
+    if (type != VelNetTask::Sync)
         takeOther(type, *content);
+    else if (m_context.isInUse())
+        putOff({content, sent});
+    else
+        takeIn({content, sent});
     if (self)
         m_connection.finishTask();
+}
+
+/** Other requests go on: they may be for the very work that the answer waits for. */
+void VelNetwork::putOff(const Answer &answer)
+{
+    m_waiting = answer;
+    m_context.status(i18n("The server has answered. Its changes wait until you are done with the entry."));
+    m_waitingTimer.start(HeldRetry);
+}
+
+void VelNetwork::release()
+{
+    if (m_waiting)
+        m_waitingTimer.start(0);
+}
+
+void VelNetwork::takeWaiting()
+{
+    if (!m_waiting)
+        return;
+    if (m_context.isInUse()) {
+        m_waitingTimer.start(HeldRetry);
+        return;
+    }
+    const QPointer<VelNetwork> self(this);
+    takeIn(*std::exchange(m_waiting, std::nullopt));
+    if (self)
+        endWaiting();
+}
+
+/** Ends the synchronisation whose request has ended before. */
+void VelNetwork::endWaiting()
+{
+    const QPointer<VelNetwork> self(this);
+    endSync();
+    if (self && !isBusy())
+        Q_EMIT idle();
+}
+
+/** Brings the answer to a synchronisation into the calendar. */
+void VelNetwork::takeIn(const Answer &answer)
+{
+    m_isMerging = true;
+    m_context.lockChanged();
+    takeSync(*answer.content, answer.sent);
 }
 
 void VelNetwork::takeSync(VelXmlContent &content, const VelSentEntries &sent)
@@ -174,8 +294,10 @@ void VelNetwork::takeSync(VelXmlContent &content, const VelSentEntries &sent)
             return; // with the window, and nothing applied
         merge.setAnswer(question, answer);
     }
-    if (doc.isExchanging())
-        Q_EMIT merged(merge.apply());
+    if (!doc.isExchanging())
+        return;
+    m_outcome = VelSyncRecord::Outcome::Good;
+    Q_EMIT merged(merge.apply());
 }
 
 void VelNetwork::takeOther(int type, VelXmlContent &content)

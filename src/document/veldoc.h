@@ -173,6 +173,8 @@ public:
     void beginExchange();
     /** Returns what was changed since it began, as it was then. */
     Journal endExchange();
+    /** True while what the user does is being recorded as one step. */
+    [[nodiscard]] bool isInStep() const { return m_stepDepth > 0; }
     [[nodiscard]] bool isExchanging() const { return m_isExchanging; }
     /** Another number with each exchange: what was changed before may be known to the server. */
     [[nodiscard]] quint64 getExchangeCount() const { return m_exchangeCount; }

@@ -27,6 +27,18 @@
 #include <QPointer>
 #include <QTimer>
 
+namespace
+{
+/** Arrows and Escape may be shortcuts elsewhere; here they move about. What can be stopped goes before. */
+bool isOwnKey(int key, const VelApp *app)
+{
+    if (key != Qt::Key_Escape)
+        return key >= Qt::Key_Left && key <= Qt::Key_PageDown;
+    const QAction *stop = app ? app->getAction(QStringLiteral("stop_synchronize")) : nullptr;
+    return !stop || !stop->isEnabled();
+}
+} // namespace
+
 VelView::VelView(QWidget *parent)
     : QWidget(parent)
 {
@@ -36,13 +48,10 @@ VelView::~VelView() = default;
 
 bool VelView::event(QEvent *event)
 {
-    // Arrows and Escape may be shortcuts elsewhere; here they move about.
-    if (event->type() == QEvent::ShortcutOverride) {
-        const int key = static_cast<QKeyEvent *>(event)->key();
-        if (key == Qt::Key_Escape || (key >= Qt::Key_Left && key <= Qt::Key_PageDown)) {
-            event->accept();
-            return true;
-        }
+    if (event->type() == QEvent::ShortcutOverride
+        && isOwnKey(static_cast<QKeyEvent *>(event)->key(), VelApp::getApp(this))) {
+        event->accept();
+        return true;
     }
     return QWidget::event(event);
 }

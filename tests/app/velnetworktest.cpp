@@ -9,6 +9,7 @@
 #include "session.h"
 
 #include <KAboutData>
+#include <KSqueezedTextLabel>
 
 #include <QLabel>
 #include <QSignalSpy>
@@ -74,6 +75,12 @@ struct NetWindow {
     {
         return session->window->statusBar()->findChild<QLabel *>()->text();
     }
+    /** The notice that stands before the status for a while. */
+    [[nodiscard]] QString passing() const { return session->window->statusBar()->currentMessage(); }
+    [[nodiscard]] QString warning() const
+    {
+        return session->window->findChild<KSqueezedTextLabel *>(QStringLiteral("SyncWarning"))->fullText();
+    }
     [[nodiscard]] const VelEntry *meeting() const
     {
         return session->doc().getEntry(session->doc().getLocalId(77));
@@ -97,6 +104,12 @@ private Q_SLOTS:
     void errorShouldUnlockTheCalendar_data();
     void errorShouldUnlockTheCalendar();
     void automaticSynchronisationShouldWaitForTheLock();
+    void automaticSynchronisationShouldLockOnlyToMerge();
+    void answerShouldWaitForTheEndOfWork_data();
+    void answerShouldWaitForTheEndOfWork();
+    void synchronisationByHandShouldStop();
+    void wishShouldFollowAnAutomaticSynchronisation();
+    void newWindowShouldNotFillByItself();
     void quietFailureShouldBeReadOnTheConnection();
     void closingShouldWaitForTheServer_data();
     void closingShouldWaitForTheServer();
@@ -168,6 +181,7 @@ void VelNetworkTest::synchronisationShouldLockMergeAndSave()
         QVERIFY2(!session.isEnabled(action), action);
     QVERIFY(net.isReady());
     QCOMPARE(net.status(), QStringLiteral("Ready."));
+    QCOMPARE(net.passing(), QStringLiteral("One entry came from the server."));
     QVERIFY(!session.window->isEditLocked());
     QVERIFY(session.isEnabled("synchronize") && session.isEnabled("new_entry"));
     QVERIFY(net.server.requests.last().contains("<title>Mine</title>"));
@@ -193,11 +207,13 @@ void VelNetworkTest::errorShouldUnlockTheCalendar_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<QStringList>("errors");
+    QTest::addColumn<QString>("notice");
     QTest::newRow("refused") << answer("<action><error>1</error></action>")
-                             << QStringList{QStringLiteral("Invalid username or password.")};
+                             << QStringList{QStringLiteral("Invalid username or password.")} << QString();
     QTest::newRow("garbage") << QByteArray("<calendar\x1A")
-                             << QStringList{QStringLiteral("Error receiving data from server.")};
-    QTest::newRow("closed") << QByteArray("<calendar>") << QStringList();
+                             << QStringList{QStringLiteral("Error receiving data from server.")} << QString();
+    QTest::newRow("closed") << QByteArray("<calendar>") << QStringList()
+                            << QStringLiteral("The server closed the connection without an answer.");
 }
 
 void VelNetworkTest::errorShouldUnlockTheCalendar()
@@ -207,6 +223,7 @@ void VelNetworkTest::errorShouldUnlockTheCalendar()
     addEvent(net.session->doc(), QStringLiteral("Mine"), at(testDay(), 8), at(testDay(), 9));
     QVERIFY(net.synchronize());
     QTEST(textsOf(*net.session->messages), "errors");
+    QTEST(net.passing(), "notice");
     QVERIFY(!net.session->window->isEditLocked());
     QCOMPARE(net.status(), QStringLiteral("Ready."));
     QCOMPARE(net.session->doc().getEntry(1)->dirty, 1);
@@ -227,17 +244,119 @@ void VelNetworkTest::automaticSynchronisationShouldWaitForTheLock()
     QCOMPARE(net.server.requests.size(), 2);
 }
 
+void VelNetworkTest::automaticSynchronisationShouldLockOnlyToMerge()
+{
+    const NetWindow net({Step{answer(Head + eventOf(9, 0))}});
+    QVERIFY(net.isReady());
+    bool isLocked = false;
+    net.session->ask = [&](const VelMerge::Question &) {
+        isLocked = net.session->window->isEditLocked() && !net.session->isEnabled("synchronize");
+        return VelAccount::Accepted;
+    };
+    net.session->window->slotAutoSync();
+    QVERIFY(net.session->window->mayEdit() && net.session->isEnabled("new_entry"));
+    QVERIFY(!net.session->isEnabled("stop_synchronize"));
+    addEvent(net.session->doc(), QStringLiteral("Meanwhile"), at(testDay(), 8), at(testDay(), 9));
+    QVERIFY(net.isReady());
+    QVERIFY(isLocked && net.meeting() && net.session->window->mayEdit());
+    QCOMPARE(net.session->doc().getEntry(1)->getTitle(), QStringLiteral("Meanwhile"));
+}
+
+void VelNetworkTest::answerShouldWaitForTheEndOfWork_data()
+{
+    QTest::addColumn<bool>("isByHand");
+    QTest::newRow("by itself") << false;
+    QTest::newRow("by hand") << true;
+}
+
+void VelNetworkTest::answerShouldWaitForTheEndOfWork()
+{
+    QFETCH(const bool, isByHand);
+    const NetWindow net({Step{answer(Head + eventOf(9, 0)), ScriptedServer::Close}, Step{answer()}});
+    VelMainWindow &window = *net.session->window;
+    QVERIFY(net.isReady());
+    if (isByHand)
+        window.slotSynchronize();
+    else
+        window.slotAutoSync();
+    window.setEditLock(true);
+    QTRY_VERIFY(net.status().startsWith(QLatin1String("The server has answered.")));
+    QTRY_COMPARE(window.findChild<VelOnlineWidget *>()->netStatus(), VelOnlineWidget::NoConnection);
+    window.netTask(VelNetTask::UserBusy, {}, false); // as the planner of an open editor asks
+    QTRY_VERIFY(net.server.requests.last().contains("userbusy"));
+    QVERIFY(net.session->asked.isEmpty() && !net.meeting() && window.document()->getUserId() == 0);
+    window.setEditLock(false);
+    QVERIFY(!net.meeting()); // not under the hands of who releases it
+    QVERIFY(net.isReady());
+    QVERIFY(net.meeting());
+    QCOMPARE(net.status(), QStringLiteral("Ready."));
+}
+
+void VelNetworkTest::synchronisationByHandShouldStop()
+{
+    const NetWindow net({Step{}, Step{answer(Head)}, Step{answer(Head)}});
+    Session &session = *net.session;
+    addEvent(session.doc(), QStringLiteral("Mine"), at(testDay(), 8), at(testDay(), 9));
+    QVERIFY(net.isReady());
+    session.trigger("synchronize");
+    QTRY_COMPARE(net.server.requests.size(), 2);
+    QVERIFY(QTest::qWaitForWindowActive(session.window));
+    QTest::keyClick(session.window->mainView()->getCurrentView(), Qt::Key_Escape);
+    QVERIFY(net.isReady());
+    QCOMPARE(net.passing(), QStringLiteral("Synchronizing was stopped."));
+    QVERIFY(session.window->mayEdit() && session.isEnabled("synchronize"));
+    QVERIFY(!session.doc().isExchanging() && session.doc().getEntry(1)->dirty == 1);
+    session.trigger("synchronize");
+    session.window->setEditLock(true);
+    QTRY_VERIFY(net.status().startsWith(QLatin1String("The server has answered.")));
+    session.trigger("stop_synchronize");
+    QVERIFY(net.isReady());
+    QCOMPARE(session.doc().getEntry(1)->dirty, 1);
+    QVERIFY(session.messages->count() == 0 && net.warning().isEmpty());
+}
+
+void VelNetworkTest::wishShouldFollowAnAutomaticSynchronisation()
+{
+    const NetWindow net({Step{answer(Head)}, Step{answer(Head)}});
+    QVERIFY(net.isReady());
+    net.session->window->slotAutoSync();
+    QTRY_COMPARE(net.server.requests.size(), 2);
+    addEvent(net.session->doc(), QStringLiteral("Mine"), at(testDay(), 8), at(testDay(), 9));
+    net.session->trigger("synchronize");
+    QVERIFY(net.session->window->isEditLocked() && net.session->isEnabled("stop_synchronize"));
+    QVERIFY(net.isReady());
+    QVERIFY(net.server.requests.last().contains("<title>Mine</title>"));
+    QVERIFY(net.session->window->mayEdit());
+}
+
+void VelNetworkTest::newWindowShouldNotFillByItself()
+{
+    const NetWindow net({Step{answer(Head)}});
+    QVERIFY(net.isReady());
+    net.session->window->network()->slotAutoSync();
+    QVERIFY(!net.session->window->network()->isBusy());
+    net.session->doc().setSynctime(QStringLiteral("before"));
+    net.session->window->network()->slotAutoSync();
+    QVERIFY(net.session->window->network()->isBusy());
+}
+
 void VelNetworkTest::quietFailureShouldBeReadOnTheConnection()
 {
-    const NetWindow net({Step{answer("<action><error>3</error></action>")}, Step{answer(Head)}});
+    const Step busy{answer("<action><error>3</error></action>")};
+    const NetWindow net({busy, busy, Step{answer(Head)}});
     QVERIFY(net.isReady());
     const auto toolTip = [&net] { return net.session->window->findChild<VelOnlineWidget *>()->toolTip(); };
     net.session->window->slotAutoSync();
     QVERIFY(net.isReady());
     QVERIFY(net.session->messages->count() == 0);
-    QVERIFY(toolTip().contains(QLatin1String("temporarily unavailable")));
+    QVERIFY(toolTip().contains(QLatin1String("temporarily unavailable")) && net.warning().isEmpty());
+    net.session->window->slotAutoSync();
+    QVERIFY(net.isReady());
+    QVERIFY(net.warning().startsWith(QLatin1String("Not synchronised since")));
+    QVERIFY(net.warning().contains(QLatin1String("temporarily unavailable")));
     QVERIFY(net.synchronize());
     QCOMPARE(toolTip(), QStringLiteral("Connection established"));
+    QVERIFY(net.warning().isEmpty());
 }
 
 void VelNetworkTest::closingShouldWaitForTheServer_data()
@@ -252,6 +371,7 @@ void VelNetworkTest::closingShouldWaitForTheServer()
     QFETCH(const QByteArray, command);
     const NetWindow net({Step{answer(Head + eventOf(3, 4))}});
     Session &session = *net.session;
+    session.doc().setSynctime(QStringLiteral("before"));
     const QUrl url = QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("closing.xml")));
     QVERIFY(session.doc().saveDocument(url, true));
     addEvent(session.doc(), QStringLiteral("Mine"), at(testDay(), 8), at(testDay(), 9));

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "net/scriptedserver.h"
+#include "net/velsyncrecord.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -189,6 +190,41 @@ private Q_SLOTS:
         if (session.connection->currentType() == 4 && session.server.requests.last() == Busy)
             session.server.say(Ok);
         QTRY_COMPARE(session.told(), "S1 S2 " + told);
+    }
+
+    void shouldSayWhatIsNotSynchronised_data()
+    {
+        QTest::addColumn<QByteArray>(
+            "run"); // each an hour after the other: good, failed by itself, by hand, unfinished
+        QTest::addColumn<QString>("since");
+        const auto add = [](const char *run, const char *since) {
+            QTest::newRow(run) << QByteArray(run) << QString::fromLatin1(since);
+        };
+        add("f", "");
+        add("fhhu", "");
+        add("ff", "09:00");
+        add("gff", "09:00");
+        add("hfgfhf", "11:00");
+        add("ffg", "");
+        add("ffgf", "");
+    }
+    void shouldSayWhatIsNotSynchronised()
+    {
+        using enum VelSyncRecord::Outcome;
+        QFETCH(QByteArray, run);
+        QFETCH(QString, since);
+        VelSyncRecord record;
+        VelDateTime now = march(2, 9);
+        for (const char step : run) {
+            record.note(step == 'g'       ? Good
+                            : step == 'u' ? Undecided
+                                          : Failed,
+                        step != 'h', now, QStringLiteral("No."));
+            now = now.addSecs(3600);
+        }
+        QCOMPARE(record.warning(now.date()),
+                 since.isEmpty() ? QString() : QStringLiteral("Not synchronised since %1: No.").arg(since));
+        QCOMPARE(record.warning(now.date().addDays(1)).isEmpty(), since.isEmpty());
     }
 
     void shouldHoldEverythingUntilTheReceiverIsDone()
