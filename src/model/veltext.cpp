@@ -5,8 +5,6 @@
 
 #include <KLocalizedString>
 
-#include <QLocale>
-
 namespace
 {
 /** The locale's short date format, but never with a two-digit year: 1.2.03 is no date to plan by. */
@@ -35,15 +33,13 @@ QString getHour(int hour)
     return getTime(QTime(hour, 0));
 }
 
-QString getTime(QTime time)
+QString getTime(QTime time, const QLocale &locale)
 {
-    const QLocale locale;
     return locale.toString(time, shortTimeFormat(locale));
 }
 
-QString getDay(QDate date)
+QString getDay(QDate date, const QLocale &locale)
 {
-    const QLocale locale;
     return locale.toString(date, shortDateFormat(locale));
 }
 

@@ -5,17 +5,18 @@
 
 #include "model/veldatetime.h"
 
+#include <QLocale>
 #include <QString>
 
-/** Dates and times as the user's locale writes them. */
+/** Dates and times as the user's locale, or another one, writes them. */
 namespace VelText
 {
 /** The full hour, for example "9:00" or "9:00 AM". */
 [[nodiscard]] QString getHour(int hour);
 /** The time of day without seconds. */
-[[nodiscard]] QString getTime(QTime time);
+[[nodiscard]] QString getTime(QTime time, const QLocale &locale = QLocale());
 /** The date in the locale's short form with a full year; empty for no date. */
-[[nodiscard]] QString getDay(QDate date);
+[[nodiscard]] QString getDay(QDate date, const QLocale &locale = QLocale());
 /** The weekday's full name. */
 [[nodiscard]] QString getWeekDay(QDate date);
 /** The full name of weekday 1 (Monday) to 7 (Sunday); empty for other numbers. */
