@@ -57,12 +57,6 @@ public:
      * last week of the month before: there a month always has a row or part of a row above it.
      */
     [[nodiscard]] static QDate gridStart(QDate date, bool isMondayFirst);
-    /**
-     * Reads a date in the locale's short forms, days and months with one digit or two, years with four or
-     * two: 69 to 99 are in the 20th century, as POSIX has it. Invalid for anything else.
-     */
-    [[nodiscard]] static QDate readDate(const QString &text);
-
     [[nodiscard]] QSize minimumSizeHint() const override;
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::Grouping; }
@@ -116,6 +110,8 @@ private:
     void moveCursor(QDate date);
     [[nodiscard]] QDate cursorAfter(int key, Qt::KeyboardModifiers modifiers) const;
     void goToday();
+    [[nodiscard]] QDate readDate(const QString &text) const;
+    [[nodiscard]] QString readingOf(const QString &text) const;
     void takeTyped(const QString &text);
 
     QDate m_current;

@@ -3,6 +3,7 @@
 
 #include "hub/velapp.h"
 #include "model/veltext.h"
+#include "model/veltyped.h"
 #include "views/veldaypicker.h"
 #include "views/veldaypickeritem.h"
 #include "widgets/wpopupmenu.h"
@@ -17,45 +18,11 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QVBoxLayout>
 
 namespace
 {
 constexpr int WheelStep = 120; // eighths of a degree, one notch of an ordinary wheel
-
-/** The format without demands on leading zeros. Names of months and days stay. */
-QString lenient(QString format)
-{
-    if (!format.contains(QLatin1String("MMM")))
-        format.replace(QLatin1String("MM"), QLatin1String("M"));
-    if (!format.contains(QLatin1String("ddd")))
-        format.replace(QLatin1String("dd"), QLatin1String("d"));
-    return format;
-}
-
-/** @p text with the two digits at @p at made into a year from 1969 to 2068, in digits of the same script. */
-QString withCentury(const QString &text, int at)
-{
-    constexpr int firstTwoDigitYear = 69;
-    const int year = text.at(at).digitValue() * 10 + text.at(at + 1).digitValue();
-    const int zero = text.at(at).unicode() - text.at(at).digitValue();
-    const bool isNew = year < firstTwoDigitYear;
-    return QString(text).insert(at, QChar(zero + (isNew ? 0 : 9))).insert(at, QChar(zero + (isNew ? 2 : 1)));
-}
-
-/** Reads a year of two digits as well: @p format, which has one of four, tells which of the numbers it is. */
-QDate readAnyYear(const QString &text, const QString &format)
-{
-    const QLocale locale;
-    QDate date = locale.toDate(text, format);
-    static const QRegularExpression twoDigits(QStringLiteral("(?<!\\d)\\d\\d(?!\\d)"),
-                                              QRegularExpression::UseUnicodePropertiesOption);
-    auto matches = twoDigits.globalMatch(text);
-    while (!VelDateTime::isSupported(date) && matches.hasNext())
-        date = locale.toDate(withCentury(text, int(matches.next().capturedStart())), format);
-    return VelDateTime::isSupported(date) ? date : QDate();
-}
 } // namespace
 
 QDate VelDayPicker::gridStart(QDate date, bool isMondayFirst)
@@ -64,17 +31,19 @@ QDate VelDayPicker::gridStart(QDate date, bool isMondayFirst)
     return first.addDays(isMondayFirst ? 1 - first.dayOfWeek() : -first.dayOfWeek());
 }
 
-QDate VelDayPicker::readDate(const QString &text)
+/** A date without a year is one near that which is shown. */
+QDate VelDayPicker::readDate(const QString &text) const
 {
-    for (const QLocale::FormatType type : {QLocale::ShortFormat, QLocale::NarrowFormat}) {
-        QString format = lenient(QLocale().dateFormat(type));
-        if (!format.contains(QLatin1String("yyyy")))
-            format.replace(QLatin1String("yy"), QLatin1String("yyyy"));
-        const QDate date = readAnyYear(text.trimmed(), format);
-        if (date.isValid())
-            return date;
-    }
-    return {};
+    return VelTyped::readDate(text, {getToday(), m_current}, QLocale());
+}
+
+/** What a typed date means, in full, or what is wrong with it. */
+QString VelDayPicker::readingOf(const QString &text) const
+{
+    const QDate date = readDate(text);
+    if (!date.isValid())
+        return VelTyped::dateProblem(text, {getToday(), m_current}, QLocale()).simplified(); // in one line
+    return i18nc("weekday and date", "%1, %2", VelText::getWeekDay(date), VelText::getDay(date));
 }
 
 void VelDayPicker::nextMonth()
@@ -244,11 +213,16 @@ void VelDayPicker::enterDate()
     auto *layout = new QVBoxLayout(dialog);
     layout->addWidget(label);
     layout->addWidget(input);
+    auto *reading = new QLabel(readingOf(input->text()), dialog);
+    reading->setTextFormat(Qt::PlainText);
+    layout->addWidget(reading);
     layout->addWidget(buttons);
 
     QPushButton *ok = buttons->button(QDialogButtonBox::Ok);
-    connect(input, &QLineEdit::textChanged, ok,
-            [ok](const QString &text) { ok->setEnabled(readDate(text).isValid()); });
+    connect(input, &QLineEdit::textChanged, this, [this, ok, reading](const QString &text) {
+        ok->setEnabled(readDate(text).isValid());
+        reading->setText(readingOf(text));
+    });
     connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
     connect(dialog, &QDialog::accepted, this, [this, input] { takeTyped(input->text()); });
