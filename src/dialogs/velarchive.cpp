@@ -4,6 +4,7 @@
 #include "dialogs/velarchive.h"
 
 #include "dialogs/veldialogsize.h"
+#include "hub/velapp.h"
 #include "widgets/wdatetimewidget.h"
 
 #include <KLocalizedString>
@@ -31,6 +32,8 @@ VelArchive::VelArchive(Count count, QDate date, const QUrl &url, QWidget *parent
     , m_countLabel(new QLabel(this))
 {
     setWindowTitle(i18nc("@title:window", "Archive Old Entries"));
+    if (const VelApp *app = VelApp::getApp(parent))
+        m_date->setClock([app] { return app->now().date(); });
     m_date->setDate(date);
     m_date->setWhatsThis(
         i18n("Entries that ended before this day are archived: events by their end, tasks by the "
@@ -94,8 +97,9 @@ QUrl VelArchive::getURL() const
 
 void VelArchive::accept()
 {
-    m_date->finishInput();
-    if (m_ok->isEnabled())
+    if (!m_date->finishInput())
+        m_date->focusProblem();
+    else if (m_ok->isEnabled())
         QDialog::accept();
 }
 

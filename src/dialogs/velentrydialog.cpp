@@ -27,6 +27,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTabWidget>
 
 namespace
 {
@@ -144,16 +145,30 @@ VelEntryForm VelEntryDialog::form() const
     return form;
 }
 
-/** A button pressed by its mnemonic leaves the focus where somebody types. */
-void VelEntryDialog::finishInput()
+/** A button pressed by its mnemonic leaves the focus where somebody types. False, after a message, for what is no time. */
+bool VelEntryDialog::finishInput()
 {
-    m_start->finishInput();
-    m_end->finishInput();
+    for (WDateTimeWidget *input : {m_start, m_end})
+        input->finishInput();
+    for (const QPointer<WDateTimeWidget> input : {m_start, m_end}) {
+        const QString problem = input->getProblem();
+        if (problem.isEmpty())
+            continue;
+        m_app.messages().error(problem);
+        if (!input)
+            return false; // the dialog went meanwhile
+        if (m_pages)
+            m_pages->setCurrentIndex(0);
+        input->focusProblem();
+        return false;
+    }
+    return true;
 }
 
 bool VelEntryDialog::updateData()
 {
-    finishInput();
+    if (!finishInput())
+        return false;
     const VelEntryForm written = form();
     if (!written.isInOrder()) {
         m_app.messages().error(i18n("Start time may not be later than end time."));
@@ -230,7 +245,8 @@ void VelEntryDialog::slotRecurring(bool recurring)
 
 void VelEntryDialog::slotRecurDialog()
 {
-    finishInput();
+    if (!finishInput())
+        return;
     const QPointer<VelEntryDialog> alive(this);
     m_recurDialog->setRule(m_recurDialog->getRule(), m_start->getDate());
     m_recurDialog->exec();
@@ -241,9 +257,8 @@ void VelEntryDialog::slotRecurDialog()
 /** The planner plans what the controls say, which need not be written yet. */
 void VelEntryDialog::slotFindDialog()
 {
-    if (!isEvent())
+    if (!isEvent() || !finishInput())
         return;
-    finishInput();
     VelEntry planned = m_entry;
     planned.setStart(VelDateTime::fromQDateTime(m_start->getDateTime()));
     planned.setEnd(VelDateTime::fromQDateTime(m_end->getDateTime()));
@@ -275,9 +290,8 @@ void VelEntryDialog::showRecurrence()
 
 void VelEntryDialog::slotStartChanged(const QDateTime &oldStart, const QDateTime &newStart)
 {
-    m_end->setDateTime(velEndForStart(VelDateTime::fromQDateTime(oldStart),
-                                      VelDateTime::fromQDateTime(newStart),
-                                      VelDateTime::fromQDateTime(m_end->getDateTime()))
-                           .toQDateTime());
+    m_end->moveTo(velEndForStart(VelDateTime::fromQDateTime(oldStart), VelDateTime::fromQDateTime(newStart),
+                                 VelDateTime::fromQDateTime(m_end->getDateTime()))
+                      .toQDateTime());
     showRecurrence();
 }

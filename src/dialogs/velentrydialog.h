@@ -19,6 +19,7 @@ class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
 class QSpinBox;
+class QTabWidget;
 class VelAddressBook;
 class VelApp;
 class VelDoc;
@@ -54,7 +55,10 @@ public:
     [[nodiscard]] VelEntryForm form() const;
     [[nodiscard]] const VelEntry &entry() const { return m_entry; }
 
-    /** Checks the controls and writes them into the calendar. False, after a message, when something is wrong. */
+    /**
+     * Checks the controls and writes them into the calendar. False, after a message, when something is wrong; the dialog
+     * may be gone then.
+     */
     bool updateData();
 
 public Q_SLOTS:
@@ -77,7 +81,7 @@ private:
     void makeButtons();
     void explain();
     void fill(const VelEntryForm &form);
-    void finishInput();
+    [[nodiscard]] bool finishInput();
     void abandon();
     void store(const VelEntryForm &written);
     [[nodiscard]] bool isEvent() const { return m_entry.type == VelEntry::Event; }
@@ -104,6 +108,7 @@ private:
     VelReminderWidget *m_reminder = nullptr;
     QDialogButtonBox *m_buttons = nullptr;
     // Of events only:
+    QTabWidget *m_pages = nullptr;
     QCheckBox *m_recurring = nullptr;
     QPushButton *m_setRecurrence = nullptr;
     QLabel *m_recurrenceText = nullptr;

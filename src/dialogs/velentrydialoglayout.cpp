@@ -54,12 +54,12 @@ void VelEntryDialog::makeLayout()
     auto *layout = new QVBoxLayout(this);
     auto *general = new QWidget(this);
     if (isEvent()) {
-        auto *pages = new QTabWidget(this);
-        pages->addTab(general, i18n("&General"));
-        m_people = new VelPeoplePage(m_book, pages);
-        pages->addTab(m_people, i18n("Atten&dees"));
+        m_pages = new QTabWidget(this);
+        m_pages->addTab(general, i18n("&General"));
+        m_people = new VelPeoplePage(m_book, m_pages);
+        m_pages->addTab(m_people, i18n("Atten&dees"));
         connect(m_people, &VelPeoplePage::plannerWanted, this, &VelEntryDialog::slotFindDialog);
-        layout->addWidget(pages);
+        layout->addWidget(m_pages);
     } else {
         layout->addWidget(general);
     }
@@ -88,6 +88,8 @@ void VelEntryDialog::makeTimes(QFormLayout *layout)
     m_end = new WDateTimeWidget(WDateTimeWidget::Kind::DateTime, this);
     addRow(layout, i18n("Start ti&me:"), {m_start, m_noTimes});
     addRow(layout, isEvent() ? i18n("&End time:") : i18n("&Due time:"), {m_end});
+    for (WDateTimeWidget *input : {m_start, m_end})
+        input->setClock([&app = m_app] { return app.now().date(); });
     m_start->setObjectName(QStringLiteral("start"));
     m_noTimes->setObjectName(QStringLiteral("noTimes"));
     m_end->setObjectName(QStringLiteral("end"));

@@ -89,6 +89,8 @@ VelEntryRecurDialog::VelEntryRecurDialog(QDate today, QWidget *parent)
     , m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
     setWindowTitle(i18nc("@title:window", "Recurrence"));
+    m_endDate->setClock([today] { return today; });
+    m_endDate->leaveProblem();
     setModal(true);
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(makeFrequencyRow());
@@ -119,6 +121,7 @@ void VelEntryRecurDialog::connectInputs()
     for (QCheckBox *day : m_weekdays->findChildren<QCheckBox *>())
         connect(day, &QCheckBox::toggled, this, &VelEntryRecurDialog::slotChanged);
     connect(m_endDate, &WDateTimeWidget::dateChanged, this, &VelEntryRecurDialog::slotChanged);
+    connect(m_endDate, &WDateTimeWidget::problemChanged, this, &VelEntryRecurDialog::slotChanged);
     connect(m_buttons, &QDialogButtonBox::accepted, this, &VelEntryRecurDialog::accept);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &VelEntryRecurDialog::reject);
 }
@@ -137,9 +140,11 @@ VelRecurrenceRule VelEntryRecurDialog::getRule() const
 
 void VelEntryRecurDialog::accept()
 {
-    m_endDate->finishInput();
+    const bool isRead = m_endDate->finishInput();
     const VelRecurChoice choice = getChoice();
-    if (choice.getProblem(m_start) != VelRecurChoice::Problem::None)
+    if (!isRead)
+        m_endDate->focusProblem();
+    if (!isRead || choice.getProblem(m_start) != VelRecurChoice::Problem::None)
         return;
     m_accepted = choice;
     QDialog::accept();
@@ -191,7 +196,8 @@ void VelEntryRecurDialog::slotChanged()
         return;
     const VelRecurChoice choice = getChoice();
     enableInputs(choice);
-    const QString problem = problemText(choice.getProblem(m_start));
+    const QString unread = m_endDate->getProblem();
+    const QString problem = unread.isEmpty() ? problemText(choice.getProblem(m_start)) : unread;
     m_problem->setText(problem);
     m_preview->setCurrentIndex(problem.isEmpty() ? SentencePage : ProblemPage);
     m_buttons->button(QDialogButtonBox::Ok)->setEnabled(problem.isEmpty());

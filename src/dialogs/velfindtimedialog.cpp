@@ -247,7 +247,11 @@ void VelFindTimeDialog::slotPropDateChanged()
 
 void VelFindTimeDialog::slotOk()
 {
-    m_widget->finishInput();
+    const QString problem = m_widget->finishInput();
+    if (!problem.isEmpty()) {
+        m_app.messages().error(problem);
+        return;
+    }
     if (m_widget->getStart() > m_widget->getEnd()) {
         m_app.messages().error(i18n("Start time may not be later than end time."));
         return;

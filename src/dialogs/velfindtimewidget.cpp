@@ -75,6 +75,8 @@ void VelFindTimeWidget::makeInputs()
     m_length->setRange(0, MaximumLength);
     m_unit->addItems({i18n("hour(s)"), i18n("day(s)")});
     m_unit->setAccessibleName(i18n("Unit of the length"));
+    for (WDateTimeWidget *input : {m_from, m_proposedStart, m_proposedEnd})
+        input->setClock([this] { return VelApp::getApp(this)->now().date(); });
     m_begin->setTime(settings.workdayBegin);
     m_end->setTime(settings.workdayEnd);
     m_workDays->setChecked(true);
@@ -171,18 +173,28 @@ VelFreeTimeSearch::Terms VelFindTimeWidget::terms() const
     return terms;
 }
 
-void VelFindTimeWidget::finishInput()
+QString VelFindTimeWidget::finishInput()
 {
-    for (WDateTimeWidget *input : {m_begin, m_end, m_from, m_proposedStart, m_proposedEnd})
-        input->finishInput();
+    WDateTimeWidget *unreadable = nullptr;
+    for (WDateTimeWidget *input : {m_begin, m_end, m_from, m_proposedStart, m_proposedEnd}) {
+        if (!input->finishInput() && !unreadable)
+            unreadable = input;
+    }
+    if (!unreadable)
+        return {};
+    unreadable->focusProblem();
+    return unreadable->getProblem();
 }
 
 void VelFindTimeWidget::slotFind()
 {
-    finishInput();
-    m_isFocusTaken = m_find->hasFocus();
+    const bool wasFocused = m_find->hasFocus();
+    const QString problem = finishInput();
+    showStatus(problem);
+    if (!problem.isEmpty())
+        return;
+    m_isFocusTaken = wasFocused;
     m_find->setEnabled(false);
-    showStatus({});
     take(m_search.find(terms(), VelApp::getApp(this)->now().date()));
 }
 
@@ -195,7 +207,7 @@ void VelFindTimeWidget::slotContinue()
 void VelFindTimeWidget::take(const VelFreeTimeSearch::Outcome &outcome)
 {
     if (outcome.result == VelFreeTimeSearch::Result::Proposal) {
-        m_from->setDate(outcome.start.date());
+        m_from->moveTo(outcome.start.toQDateTime());
         setProposal(outcome.start.toQDateTime(), outcome.end.toQDateTime());
     }
     if (!isSearching())

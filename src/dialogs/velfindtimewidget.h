@@ -36,8 +36,11 @@ public:
     /** Says what goes on; empty when there is nothing to say. */
     void showStatus(const QString &text);
 
-    /** Takes what is being typed, before somebody acts on it. */
-    void finishInput();
+    /**
+     * Takes what is being typed, before somebody acts on it. What cannot be read gets the focus, and a sentence for the
+     * user is returned.
+     */
+    QString finishInput();
     /** Looks for the next time. */
     void slotFind();
     /** Goes on with a search that rests. */

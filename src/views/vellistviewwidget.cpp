@@ -3,6 +3,7 @@
 
 #include "views/vellistviewwidget.h"
 
+#include "hub/velapp.h"
 #include "widgets/wdatetimewidget.h"
 
 #include <KLocalizedString>
@@ -32,6 +33,10 @@ VelListViewWidget::VelListViewWidget(QDate start, QWidget *parent)
                                "unless that would lie before it."));
     m_end->setWhatsThis(i18n("The list shows the entries up to this date."));
 
+    if (const VelApp *app = VelApp::getApp(parent)) {
+        for (WDateTimeWidget *input : {m_start, m_end})
+            input->setClock([app] { return app->now().date(); });
+    }
     m_start->setDate(start);
     m_end->setDate(start.addDays(DefaultSpan));
     connect(m_start, &WDateTimeWidget::dateChanged, this, &VelListViewWidget::slotStartChanged);
@@ -61,7 +66,7 @@ void VelListViewWidget::slotStartChanged()
 {
     if (getEnd() < getStart()) {
         const QSignalBlocker block(m_end);
-        m_end->setDate(getStart());
+        m_end->moveTo(m_start->getDateTime());
     }
     report();
 }
@@ -70,7 +75,7 @@ void VelListViewWidget::slotEndChanged()
 {
     if (getEnd() < getStart()) {
         const QSignalBlocker block(m_start);
-        m_start->setDate(getEnd());
+        m_start->moveTo(m_end->getDateTime());
     }
     report();
 }

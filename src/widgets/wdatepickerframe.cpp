@@ -33,13 +33,13 @@ WDatePickerFrame::WDatePickerFrame(QWidget *parent)
     layout->addWidget(today, 0, Qt::AlignHCenter);
     connect(m_calendar, &QCalendarWidget::clicked, this, &WDatePickerFrame::choose);
     connect(m_calendar, &QCalendarWidget::activated, this, &WDatePickerFrame::choose);
-    connect(today, &QPushButton::clicked, this, [this] { choose(QDate::currentDate()); });
+    connect(today, &QPushButton::clicked, this, [this] { choose(m_today); });
     colorDays();
 }
 
-void WDatePickerFrame::popup(const QWidget &input, QDate date)
+void WDatePickerFrame::popup(const QWidget &input, QDate date, QDate today)
 {
-    markToday();
+    markToday(today);
     m_calendar->setSelectedDate(date);
     m_calendar->showSelectedDate();
     adjustSize();
@@ -91,10 +91,10 @@ void WDatePickerFrame::colorDays()
     }
 }
 
-void WDatePickerFrame::markToday()
+void WDatePickerFrame::markToday(QDate today)
 {
     m_calendar->setDateTextFormat(m_today, {});
-    m_today = QDate::currentDate();
+    m_today = today;
     QTextCharFormat format;
     format.setFontWeight(QFont::Bold);
     format.setFontUnderline(true);

@@ -20,8 +20,8 @@ class WDatePickerFrame : public QFrame
 public:
     explicit WDatePickerFrame(QWidget *parent);
 
-    /** Shows @p date to begin with, below @p input or, where the screen ends, above it. */
-    void popup(const QWidget &input, QDate date);
+    /** Shows @p date to begin with, and marks @p today, below @p input or, where the screen ends, above it. */
+    void popup(const QWidget &input, QDate date, QDate today);
 
     /** Where a frame of that size goes for an input there: on the screen, and where reading begins at its edge. */
     [[nodiscard]] static QPoint placeFor(const QSize &frame, const QRect &input, const QRect &screen,
@@ -39,7 +39,7 @@ protected:
 private:
     void choose(QDate date);
     void colorDays();
-    void markToday();
+    void markToday(QDate today);
 
     QCalendarWidget *m_calendar;
     QDate m_today; // as it is marked

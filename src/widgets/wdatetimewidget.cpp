@@ -3,101 +3,73 @@
 
 #include "widgets/wdatetimewidget.h"
 
-#include "widgets/wdatepickerframe.h"
+#include "widgets/wdateinput.h"
 #include "widgets/wtimeinput.h"
 
-#include <KDateComboBox>
 #include <KLocalizedString>
 
-#include <QHBoxLayout>
-#include <QKeyEvent>
+#include <QAccessible>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QLabel>
 #include <QLineEdit>
-#include <QSignalBlocker>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
+using Typed = WTypedInput::Typed;
 
 namespace
 {
-/** Before anybody has set a day. */
-const QDate FirstDay(2000, 1, 1);
-
 QDateTime toTheMinute(const QDate &date, const QTime &time)
 {
     return QDateTime(date, QTime(time.hour(), time.minute()), Qt::UTC);
 }
-
-/** The input of a day with our own calendar below it. */
-class DateInput : public KDateComboBox
-{
-public:
-    using KDateComboBox::KDateComboBox;
-
-    void showPopup() override
-    {
-        if (!m_frame) {
-            m_frame = new WDatePickerFrame(this);
-            connect(m_frame, &WDatePickerFrame::dateChosen, this, [this](QDate date) {
-                setDate(date);
-                Q_EMIT dateEntered(date);
-            });
-        }
-        m_frame->popup(*this, date());
-    }
-    void hidePopup() override
-    {
-        if (m_frame)
-            m_frame->hide();
-    }
-
-protected:
-    void changeEvent(QEvent *event) override
-    {
-        KDateComboBox::changeEvent(event);
-        if (event->type() == QEvent::EnabledChange && !isEnabled())
-            hidePopup();
-    }
-    void hideEvent(QHideEvent *event) override
-    {
-        KDateComboBox::hideEvent(event);
-        hidePopup();
-    }
-
-private:
-    WDatePickerFrame *m_frame = nullptr; // made when it is first wanted
-};
 } // namespace
 
 WDateTimeWidget::WDateTimeWidget(Kind kind, QWidget *parent)
     : QWidget(parent)
-    , m_value(toTheMinute(FirstDay, QTime(0, 0)))
-    , m_dateInput(new DateInput(this))
+    , m_dateInput(new WDateInput(this))
 {
-    auto *layout = new QHBoxLayout(this);
+    m_value = toTheMinute(m_dateInput->getDate(), QTime(0, 0));
+    auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_dateInput);
+    auto *row = new QHBoxLayout;
+    layout->addLayout(row);
     m_dateInput->setAccessibleName(i18n("Date"));
-    m_dateInput->installEventFilter(this);
-    connect(m_dateInput, &KDateComboBox::dateEntered, this, &WDateTimeWidget::takeInput);
-    if (kind != Kind::Date) {
+    connect(m_dateInput, &WDateInput::dateEntered, this, &WDateTimeWidget::takeInput);
+    if (kind != Kind::Date)
         addTimeInput();
+    for (WTypedInput *input : inputs()) {
+        row->addWidget(input);
+        connect(input, &WTypedInput::problemChanged, this, &WDateTimeWidget::slotProblem);
     }
+    setFocusPolicy(Qt::ClickFocus); // a label leads to nothing that takes no focus
     hideDate(kind == Kind::Time);
-    showValue();
 }
 
 WDateTimeWidget::~WDateTimeWidget()
 {
     // An input that loses the focus by going still tells what was typed, when nobody is left to take it.
-    m_dateInput->disconnect(this);
-    if (m_timeInput)
-        m_timeInput->disconnect(this);
+    for (WTypedInput *input : inputs())
+        input->disconnect(this);
 }
 
 void WDateTimeWidget::addTimeInput()
 {
     m_timeInput = new WTimeInput(this);
-    layout()->addWidget(m_timeInput);
     m_timeInput->setAccessibleName(i18n("Time"));
-    m_timeInput->installEventFilter(this);
     connect(m_timeInput, &WTimeInput::timeEntered, this, &WDateTimeWidget::takeInput);
+}
+
+QList<WTypedInput *> WDateTimeWidget::inputs() const
+{
+    QList<WTypedInput *> inputs{m_dateInput};
+    if (m_timeInput)
+        inputs.append(m_timeInput);
+    return inputs;
 }
 
 void WDateTimeWidget::hideDate(bool hide)
@@ -105,13 +77,20 @@ void WDateTimeWidget::hideDate(bool hide)
     m_dateInput->setHidden(hide);
     // A label's mnemonic must lead to an input that is there.
     setFocusProxy(hide && m_timeInput ? static_cast<QWidget *>(m_timeInput) : m_dateInput);
+    slotProblem();
 }
 
 void WDateTimeWidget::hideTime(bool hide)
 {
     if (m_timeInput) {
         m_timeInput->setHidden(hide);
+        slotProblem();
     }
+}
+
+void WDateTimeWidget::setClock(const std::function<QDate()> &clock)
+{
+    m_dateInput->setClock(clock);
 }
 
 void WDateTimeWidget::setDate(const QDate &date)
@@ -122,67 +101,99 @@ void WDateTimeWidget::setDate(const QDate &date)
 void WDateTimeWidget::setTime(const QTime &time)
 {
     // A date-time would make midnight of a time that is none.
-    if (time.isValid()) {
+    if (time.isValid())
         setDateTime(QDateTime(m_value.date(), time, Qt::UTC));
-    }
 }
 
 void WDateTimeWidget::setDateTime(const QDateTime &dateTime)
 {
+    set(dateTime, Typed::Forget);
+}
+
+void WDateTimeWidget::moveTo(const QDateTime &dateTime)
+{
+    set(dateTime, Typed::Keep);
+}
+
+void WDateTimeWidget::set(const QDateTime &dateTime, Typed typed)
+{
     const QDateTime before = m_value;
-    if (dateTime.isValid()) {
+    if (dateTime.isValid())
         m_value = toTheMinute(dateTime.date(), m_timeInput ? dateTime.time() : QTime(0, 0));
-    }
-    showValue();
-    if (m_value != before) {
+    m_dateInput->setDate(m_value.date(), typed);
+    if (m_timeInput)
+        m_timeInput->setTime(m_value.time(), typed);
+    if (m_value != before)
         Q_EMIT dateChanged(before, m_value);
-    }
 }
 
 void WDateTimeWidget::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::LocaleChange) {
-        showValue();
+    if (event->type() == QEvent::EnabledChange)
+        slotProblem();
+}
+
+bool WDateTimeWidget::finishInput()
+{
+    for (WTypedInput *input : inputs()) {
+        if (!input->isHidden() && input->isEnabled())
+            input->finishInput();
+    }
+    return getProblem().isEmpty();
+}
+
+QString WDateTimeWidget::getProblem() const
+{
+    for (const WTypedInput *input : inputs()) {
+        if (!input->isHidden() && input->isEnabled() && !input->getProblem().isEmpty())
+            return input->getProblem();
+    }
+    return {};
+}
+
+void WDateTimeWidget::focusProblem()
+{
+    for (WTypedInput *input : inputs()) {
+        if (input->isHidden() || input->getProblem().isEmpty())
+            continue;
+        input->setFocus();
+        input->lineEdit()->selectAll();
+        return;
     }
 }
 
-/** The inputs say nothing of a typed text that they leave standing: it is taken when it should be complete.
- */
-bool WDateTimeWidget::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::FocusOut) {
-        takeInput();
-    } else if (event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent *>(event)->key();
-        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            takeInput();
-        }
-    }
-    return QWidget::eventFilter(watched, event);
-}
-
-/** Only what was typed: a text that is shown may say less than the value, the century perhaps. */
-void WDateTimeWidget::finishInput()
-{
-    if (m_dateInput->lineEdit()->isModified() || (m_timeInput && m_timeInput->lineEdit()->isModified()))
-        takeInput();
-}
-
+/** One of the two may wait to be corrected while the other is taken. */
 void WDateTimeWidget::takeInput()
 {
-    const QDate date = m_dateInput->date();
-    const QTime time = m_timeInput ? m_timeInput->time() : m_value.time();
-    setDateTime(
-        QDateTime(date.isValid() ? date : m_value.date(), time.isValid() ? time : m_value.time(), Qt::UTC));
+    const QTime time = m_timeInput ? m_timeInput->getTime() : m_value.time();
+    moveTo(QDateTime(m_dateInput->getDate(), time, Qt::UTC));
 }
 
-void WDateTimeWidget::showValue()
+void WDateTimeWidget::slotProblem()
 {
-    const QSignalBlocker dateBlocker(m_dateInput);
-    m_dateInput->setDate(m_value.date());
-    if (m_timeInput) {
-        const QSignalBlocker timeBlocker(m_timeInput);
-        m_timeInput->setTime(m_value.time());
+    if (!m_isProblemLeft && (m_problem || !getProblem().isEmpty()))
+        showProblem();
+    Q_EMIT problemChanged();
+}
+
+void WDateTimeWidget::showProblem()
+{
+    // The button that is being pressed must not move away below the pointer.
+    if (QGuiApplication::mouseButtons() != Qt::NoButton) {
+        QTimer::singleShot(50ms, this, &WDateTimeWidget::showProblem);
+        return;
     }
+    if (!m_problem) {
+        m_problem = new QLabel(this);
+        m_problem->setTextFormat(Qt::PlainText);
+        layout()->addWidget(m_problem);
+    }
+    const QString problem = getProblem();
+    m_problem->setText(problem);
+    m_problem->setVisible(!problem.isEmpty());
+    if (problem.isEmpty())
+        return;
+    QAccessibleEvent event(m_problem, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
 }

@@ -3,10 +3,14 @@
 
 #pragma once
 
-#include <QDateTime>
-#include <QWidget>
+#include "widgets/wtypedinput.h"
 
-class KDateComboBox;
+#include <QDateTime>
+
+#include <functional>
+
+class QLabel;
+class WDateInput;
 class WTimeInput;
 
 /**
@@ -14,8 +18,8 @@ class WTimeInput;
  * that pop up.
  *
  * It always holds a valid day and time. What is typed is taken with Return, when the input is left, or with
- * finishInput(); what is no day or no time then gives way to the last one that was. Date-times are wall clock times
- * that say they are in UTC.
+ * finishInput(), in any usual form; what cannot be read stays, marked, with a sentence below it, and leaves the last
+ * value that could be. Date-times are wall clock times that say they are in UTC.
  */
 class WDateTimeWidget : public QWidget
 {
@@ -31,36 +35,54 @@ public:
     void hideDate(bool hide = true);
     /** Hides or shows the input of the time, if there is one. The time stays as it is. */
     void hideTime(bool hide = true);
+    /** What says which day is today; the clock of the system unless set. */
+    void setClock(const std::function<QDate()> &clock);
+    /** Leaves it to the window to show getProblem(), which has a better place for it. */
+    void leaveProblem() { m_isProblemLeft = true; }
 
     /**
      * Takes what is being typed as if the input were left. For those who are about to act on the value: a button pressed
-     * by its mnemonic leaves the focus where it is.
+     * by its mnemonic leaves the focus where it is. False when an input that is shown and enabled cannot be read; nobody
+     * should act on the value then.
      */
-    void finishInput();
+    bool finishInput();
+    /** A sentence about what is typed and cannot be read; empty when there is nothing, or it does not matter. */
+    [[nodiscard]] QString getProblem() const;
+    /** Lets the user go on with what cannot be read. */
+    void focusProblem();
+
     [[nodiscard]] QDate getDate() const { return m_value.date(); }
     [[nodiscard]] QTime getTime() const { return m_value.time(); }
     [[nodiscard]] QDateTime getDateTime() const { return m_value; }
-    /** Sets the day and leaves the time. An invalid one changes nothing. */
+    /** @name Values set by others, without seconds. An invalid one changes nothing; what was typed is forgotten */
+    /// @{
     void setDate(const QDate &date);
-    /** Sets the time, without the seconds, and leaves the day. An invalid one changes nothing. */
     void setTime(const QTime &time);
-    /** Sets day and time, without the seconds. An invalid one changes nothing. */
     void setDateTime(const QDateTime &dateTime);
+    /// @}
+    /** Sets day and time likewise, but leaves what the user is typing, or has yet to correct. */
+    void moveTo(const QDateTime &dateTime);
 
 Q_SIGNALS:
     /** The day or the time is another one, by the user's hand or by a function. */
     void dateChanged(const QDateTime &oldValue, const QDateTime &newValue);
+    /** getProblem() may be another one. */
+    void problemChanged();
 
 protected:
     void changeEvent(QEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    [[nodiscard]] QList<WTypedInput *> inputs() const;
     void addTimeInput();
     void takeInput();
-    void showValue();
+    void set(const QDateTime &dateTime, WTypedInput::Typed typed);
+    void slotProblem();
+    void showProblem();
 
     QDateTime m_value;
-    KDateComboBox *m_dateInput;
+    WDateInput *m_dateInput;
     WTimeInput *m_timeInput = nullptr; // none where only a day is asked for
+    QLabel *m_problem = nullptr; // made when there is first one
+    bool m_isProblemLeft = false;
 };

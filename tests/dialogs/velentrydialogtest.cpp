@@ -49,6 +49,7 @@ class VelEntryDialogTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void startAfterEndShouldLeaveTheEntryAlone();
+    void unreadableTimeShouldKeepTheDialogOpen();
     void laterStartShouldTakeTheEndAlong();
     void noTimesShouldHideTheTimes();
     void everyApplyShouldWriteAgain();
@@ -64,7 +65,7 @@ void VelEntryDialogTest::startAfterEndShouldLeaveTheEntryAlone()
     editor.get<QLineEdit>("title")->setText(QStringLiteral("Other"));
     auto *time = editor.get<QWidget>("end")->findChild<WTimeInput *>(); // typed, and the focus left there
     time->lineEdit()->selectAll();
-    QTest::keyClicks(time, time->locale().toString(QTime(8, 59), QLocale::ShortFormat));
+    QTest::keyClicks(time, QStringLiteral("859"));
     for (const auto which : {Box::Ok, Box::Apply}) {
         editor.get<Box>("buttons")->button(which)->click();
         QCOMPARE(editor.app.fakeMessages.last().text,
@@ -74,6 +75,31 @@ void VelEntryDialogTest::startAfterEndShouldLeaveTheEntryAlone()
         QVERIFY(editor.told.isEmpty() && !editor.app.doc.isModified());
     }
     QCOMPARE(editor.app.fakeMessages.errors().size(), 2);
+}
+
+void VelEntryDialogTest::unreadableTimeShouldKeepTheDialogOpen()
+{
+    Editor editor;
+    const VelEntry expected = *editor.stored;
+    auto *end = editor.get<WDateTimeWidget>("end");
+    QVERIFY(QTest::qWaitForWindowActive(&editor.dialog));
+    QTest::keyClick(&editor.dialog, Qt::Key_E, Qt::AltModifier); // "&End time:"
+    auto *time = end->findChild<WTimeInput *>();
+    QVERIFY(end->isAncestorOf(editor.dialog.focusWidget()));
+    time->lineEdit()->selectAll();
+    QTest::keyClicks(time, QStringLiteral("25:99"));
+    for (const auto which : {Box::Ok, Box::Apply}) {
+        editor.get<Box>("buttons")->button(which)->click();
+        QCOMPARE(editor.app.fakeMessages.last().text, end->getProblem());
+        QVERIFY(editor.dialog.isVisible() && *editor.stored == expected);
+    }
+    editor.get<WDateTimeWidget>("start")->setTime(QTime(11, 0)); // takes the end along, but not its text
+    QCOMPARE(time->currentText(), QStringLiteral("25:99"));
+    time->lineEdit()->selectAll();
+    QTest::keyClicks(time, QStringLiteral("2:30 pm"));
+    editor.get<Box>("buttons")->button(Box::Ok)->click();
+    QVERIFY(!editor.dialog.isVisible());
+    QCOMPARE(editor.stored->getEnd(), march(2, 14).withTime(QTime(14, 30)));
 }
 
 void VelEntryDialogTest::laterStartShouldTakeTheEndAlong()

@@ -315,8 +315,15 @@ void VelFindTimeDialogTest::okShouldGiveTheProposalInOrder()
              QStringList(QStringLiteral("Start time may not be later than end time.")));
     QVERIFY(!chosen.isValid());
     auto *time = inputs.at(3)->findChild<WTimeInput *>(); // typed, and the focus left there
-    time->lineEdit()->selectAll();
-    QTest::keyClicks(time, time->locale().toString(QTime(11, 0), QLocale::ShortFormat));
+    const auto type = [time](const char *text) {
+        time->lineEdit()->selectAll();
+        QTest::keyClicks(time, QLatin1String(text));
+    };
+    type("11:60");
+    window.findButton()->click();
+    QVERIFY(window.findButton()->isEnabled()); // nothing is looked for
+    QCOMPARE(window.dialog.findChild<QLabel *>(QStringLiteral("status"))->text(), inputs.at(3)->getProblem());
+    type("11");
     window.dialog.resize(800, 580);
     buttons->button(QDialogButtonBox::Ok)->click();
     QCOMPARE(chosen, march(2, 11).toQDateTime());

@@ -63,7 +63,7 @@ BARE = ["src/model/a.h", "src/model/a.cpp", "cmake/A.cmake", "CMakeLists.txt", "
 
 GOOD = [
     ("src/model/a.cpp", '#include "model/b.h"\n#include <QString>\n#include <KLocalizedString>'),
-    ("src/widgets/a.cpp", '#include "model/compat.h"\n#include "widgets/a.h"\n#include <QColor>'),
+    ("src/widgets/a.cpp", '#include "model/compat.h"\n#include "model/veltyped.h"\n#include "widgets/a.h"\n#include <QColor>'),
     ("src/views/a.cpp", '#include "document/a.h"\n#include "ical/a.h"\n#include "hub/a.h"\n#include <KConfig>'),
     ("src/app/a.cpp", '#include "net/a.h"\n#include "dialogs/a.h"'),
     ("src/app/a.cpp", 'c->group(QStringLiteral("View")); KConfigGroup g(c, QStringLiteral("View"));'),
