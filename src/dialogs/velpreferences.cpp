@@ -50,7 +50,8 @@ VelPreferences::VelPreferences(QWidget *parent, const KConfigGroup &options)
     defaults->setToolTip(i18n("Puts what is on this page back to how it was at first"));
     defaults->setWhatsThis(defaults->toolTip());
     connect(defaults, &QPushButton::clicked, this, &VelPreferences::slotDefaults);
-    connect(m_buttons->button(QDialogButtonBox::Apply), &QPushButton::clicked, this, &VelPreferences::apply);
+    connect(m_buttons->button(QDialogButtonBox::Apply), &QPushButton::clicked, this,
+            &VelPreferences::slotApply);
     connect(m_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     m_buttons->button(QDialogButtonBox::Ok)->setDefault(true);
@@ -142,6 +143,25 @@ void VelPreferences::updateButtons()
     m_message->setVisible(!text.isEmpty());
     m_buttons->button(QDialogButtonBox::Ok)->setEnabled(text.isEmpty());
     m_buttons->button(QDialogButtonBox::Apply)->setEnabled(text.isEmpty() && m_isChanged);
+}
+
+bool VelPreferences::finishInput()
+{
+    for (VelPreferencesPage *page : m_pages)
+        page->finishInput();
+    return problem().isEmpty();
+}
+
+void VelPreferences::accept()
+{
+    if (finishInput())
+        QDialog::accept();
+}
+
+void VelPreferences::slotApply()
+{
+    if (finishInput())
+        apply();
 }
 
 void VelPreferences::apply()

@@ -33,6 +33,8 @@ public:
 
     /** Shows these preferences in the pages. */
     void refresh(const VelSettings &settings, const VelLook &look);
+    /** With what is typed, if it can be stored. */
+    void accept() override;
     void done(int result) override;
 
 Q_SIGNALS:
@@ -45,6 +47,8 @@ private:
     void slotPage(int number);
     void slotChanged();
     void slotDefaults();
+    [[nodiscard]] bool finishInput();
+    void slotApply();
     void apply();
     void updateButtons();
     [[nodiscard]] QString problem() const;

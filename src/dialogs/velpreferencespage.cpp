@@ -3,6 +3,7 @@
 
 #include "dialogs/velpreferencespage.h"
 
+#include "widgets/wdatetimewidget.h"
 #include "widgets/wfileedit.h"
 #include "widgets/wfontbutton.h"
 
@@ -12,7 +13,6 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QSpinBox>
-#include <QTimeEdit>
 
 void VelPreferencesPage::watchInputs()
 {
@@ -24,7 +24,8 @@ void VelPreferencesPage::watchInputs()
     watch(findChildren<QSpinBox *>(), QOverload<int>::of(&QSpinBox::valueChanged));
     watch(findChildren<QComboBox *>(), QOverload<int>::of(&QComboBox::currentIndexChanged));
     watch(findChildren<QLineEdit *>(), &QLineEdit::textChanged);
-    watch(findChildren<QTimeEdit *>(), &QTimeEdit::timeChanged);
+    watch(findChildren<WDateTimeWidget *>(), &WDateTimeWidget::dateChanged);
+    watch(findChildren<WDateTimeWidget *>(), &WDateTimeWidget::problemChanged);
     watch(findChildren<KColorButton *>(), &KColorButton::changed);
     watch(findChildren<WFontButton *>(), &WFontButton::fontSelected);
     watch(findChildren<WFileEdit *>(), &WFileEdit::urlChanged);

@@ -23,6 +23,8 @@ public:
     virtual void show(const VelSettings &settings, const VelLook &look) = 0;
     /** Writes what the inputs hold, and leaves all other fields as they are. */
     virtual void store(VelSettings &settings, VelLook &look) const = 0;
+    /** Takes what is being typed, as a button pressed by its letter leaves it. */
+    virtual void finishInput() { }
     /** Why the inputs cannot be stored as they are; empty when they can. */
     [[nodiscard]] virtual QString problem() const { return {}; }
     /** False when there is no way that the inputs were at first. */

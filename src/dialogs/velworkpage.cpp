@@ -6,39 +6,26 @@
 #include "hub/velapp.h"
 #include "model/velsettings.h"
 #include "views/velweekdaywidget.h"
+#include "widgets/wdatetimewidget.h"
 
 #include <KLocalizedString>
 
 #include <QCheckBox>
 #include <QFormLayout>
-#include <QLocale>
-#include <QTimeEdit>
-
-namespace
-{
-/** The locale's, without the seconds that some have even in the short form. */
-QString timeFormat()
-{
-    QString format = QLocale().timeFormat(QLocale::ShortFormat);
-    for (const QLatin1String seconds : {QLatin1String(":ss"), QLatin1String(".ss")})
-        format.remove(seconds);
-    return format;
-}
-} // namespace
 
 VelWorkPage::VelWorkPage(QWidget *parent)
     : VelPreferencesPage(parent)
     , m_days(new VelWeekDayWidget(this))
-    , m_begin(new QTimeEdit(this))
-    , m_end(new QTimeEdit(this))
+    , m_begin(new WDateTimeWidget(WDateTimeWidget::Kind::Time, this))
+    , m_end(new WDateTimeWidget(WDateTimeWidget::Kind::Time, this))
     , m_dock(new QCheckBox(i18n("&Minimise the window into the system tray"), this))
 {
     m_days->setObjectName(QStringLiteral("Workdays"));
     m_begin->setObjectName(QStringLiteral("WorkdayBegin"));
     m_end->setObjectName(QStringLiteral("WorkdayEnd"));
     m_dock->setObjectName(QStringLiteral("Dock"));
-    for (QTimeEdit *time : {m_begin, m_end}) {
-        time->setDisplayFormat(timeFormat());
+    for (WDateTimeWidget *time : {m_begin, m_end}) {
+        time->leaveProblem();
         time->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     }
     m_days->setFocusProxy(m_days->findChild<QCheckBox *>());
@@ -78,16 +65,26 @@ void VelWorkPage::show(const VelSettings &settings, const VelLook &)
 void VelWorkPage::store(VelSettings &settings, VelLook &) const
 {
     settings.setWorkdays(m_days->getList());
-    settings.workdayBegin = m_begin->time();
-    settings.workdayEnd = m_end->time();
+    settings.workdayBegin = m_begin->getTime();
+    settings.workdayEnd = m_end->getTime();
     settings.dock = m_dock->isChecked();
+}
+
+void VelWorkPage::finishInput()
+{
+    for (WDateTimeWidget *time : {m_begin, m_end})
+        time->finishInput();
 }
 
 QString VelWorkPage::problem() const
 {
+    for (const WDateTimeWidget *time : {m_begin, m_end}) {
+        if (!time->getProblem().isEmpty())
+            return time->getProblem();
+    }
     if (m_days->getList().isEmpty())
         return i18n("Please choose at least one working day.");
-    if (m_begin->time() >= m_end->time())
+    if (m_begin->getTime() >= m_end->getTime())
         return i18n("Work must begin before it ends.");
     return {};
 }

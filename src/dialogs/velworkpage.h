@@ -6,8 +6,8 @@
 #include "dialogs/velpreferencespage.h"
 
 class QCheckBox;
-class QTimeEdit;
 class VelWeekDayWidget;
+class WDateTimeWidget;
 
 /** When the user works, and what becomes of a minimised window. */
 class VelWorkPage : public VelPreferencesPage
@@ -20,12 +20,13 @@ public:
     [[nodiscard]] QIcon icon() const override;
     void show(const VelSettings &settings, const VelLook &look) override;
     void store(VelSettings &settings, VelLook &look) const override;
+    void finishInput() override;
     /** There must be a working day, and work must begin before it ends. */
     [[nodiscard]] QString problem() const override;
 
 private:
     VelWeekDayWidget *m_days;
-    QTimeEdit *m_begin;
-    QTimeEdit *m_end;
+    WDateTimeWidget *m_begin;
+    WDateTimeWidget *m_end;
     QCheckBox *m_dock;
 };
