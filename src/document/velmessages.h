@@ -18,8 +18,9 @@ public:
 
     virtual void error(const QString &text) = 0;
     virtual void information(const QString &text, const QString &caption = {}) = 0;
-    /** @p yes and @p no are the buttons' texts; empty ones stand for the usual Yes and No. */
+    /** @p yes and @p no are the buttons' texts, here and below; empty ones stand for the usual Yes and No. */
     virtual Answer questionYesNo(const QString &text, const QString &caption, const QString &yes = {},
                                  const QString &no = {}) = 0;
-    virtual Answer warningYesNoCancel(const QString &text, const QString &caption) = 0;
+    virtual Answer warningYesNoCancel(const QString &text, const QString &caption, const QString &yes = {},
+                                      const QString &no = {}) = 0;
 };

@@ -40,10 +40,11 @@ VelMessages::Answer VelMessageBoxes::questionYesNo(const QString &text, const QS
     return chosen == KMessageBox::PrimaryAction ? Answer::Yes : Answer::No;
 }
 
-VelMessages::Answer VelMessageBoxes::warningYesNoCancel(const QString &text, const QString &caption)
+VelMessages::Answer VelMessageBoxes::warningYesNoCancel(const QString &text, const QString &caption,
+                                                        const QString &yes, const QString &no)
 {
-    const auto chosen = KMessageBox::warningTwoActionsCancel(m_parent, text, caption, KGuiItem(i18n("&Yes")),
-                                                             KGuiItem(i18n("&No")));
+    const auto chosen = KMessageBox::warningTwoActionsCancel(
+        m_parent, text, caption, button(yes, i18n("&Yes")), button(no, i18n("&No")));
     switch (chosen) {
     case KMessageBox::PrimaryAction:
         return Answer::Yes;

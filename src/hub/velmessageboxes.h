@@ -18,7 +18,8 @@ public:
     void information(const QString &text, const QString &caption = {}) override;
     Answer questionYesNo(const QString &text, const QString &caption, const QString &yes = {},
                          const QString &no = {}) override;
-    Answer warningYesNoCancel(const QString &text, const QString &caption) override;
+    Answer warningYesNoCancel(const QString &text, const QString &caption, const QString &yes = {},
+                              const QString &no = {}) override;
 
 private:
     QWidget *m_parent;

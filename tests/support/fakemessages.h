@@ -45,9 +45,10 @@ public:
         return takeAnswer(Answer::No);
     }
 
-    Answer warningYesNoCancel(const QString &text, const QString &caption) override
+    Answer warningYesNoCancel(const QString &text, const QString &caption, const QString &yes = {},
+                              const QString &no = {}) override
     {
-        m_messages.push_back({Kind::YesNoCancel, text, caption, {}, {}});
+        m_messages.push_back({Kind::YesNoCancel, text, caption, yes, no});
         return takeAnswer(Answer::Cancel);
     }
 
