@@ -10,4 +10,7 @@ namespace VelUrl
 {
 /** Gives the file name of @p url the suffix (with its dot) when it does not end with it. */
 void setSuffix(QUrl &url, const QString &suffix);
+
+/** True when both lead to the same file, by whatever links and detours. A URL without a scheme leads to none. */
+[[nodiscard]] bool isSameFile(const QUrl &a, const QUrl &b);
 } // namespace VelUrl
