@@ -77,24 +77,24 @@ QString VelFileCommands::getExtFilter()
 void VelFileCommands::newDocument()
 {
     const std::weak_ptr<bool> life = m_life;
-    if (m_context.doc.saveModified() && !life.expired())
+    if (m_context.mayReplaceCalendar() && !life.expired())
         m_context.doc.newDocument();
 }
 
 void VelFileCommands::open()
 {
     const Command command(*this, i18n("Opening file..."));
-    if (!m_context.doc.saveModified() || !command.isAlive())
+    if (!m_context.mayReplaceCalendar() || !command.isAlive())
         return;
     const QUrl url = m_context.files.getOpenUrl(i18n("Open File..."), getFilter());
-    if (command.isAlive() && !url.isEmpty())
+    if (command.isAlive() && !url.isEmpty() && !m_context.showElsewhere(url))
         openDocumentFile(url);
 }
 
 void VelFileCommands::open(const QUrl &url)
 {
     const Command command(*this, i18n("Opening file..."));
-    if (m_context.doc.saveModified() && command.isAlive())
+    if (!m_context.showElsewhere(url) && m_context.mayReplaceCalendar() && command.isAlive())
         openDocumentFile(url);
 }
 

@@ -39,6 +39,10 @@ public:
         std::function<void(const QString &)> status;
         /** True while the calendar may not be changed; status texts are left alone then. */
         std::function<bool()> isEditLocked;
+        /** Sees to it that another calendar can take the place of the one that is open; false when it is to stay. */
+        std::function<bool()> mayReplaceCalendar;
+        /** Brings up another window that shows the file already; false when there is none. */
+        std::function<bool(const QUrl &)> showElsewhere;
         /** Lets the user choose, beginning with what is handed in; none when that was cancelled. */
         std::function<std::optional<VelArchiveChoice>(const VelArchiveChoice &)> chooseArchive;
     };
@@ -53,7 +57,7 @@ public:
     void newDocument();
     /** Asks which file to open. */
     void open();
-    /** Asks what to do with changes, then opens @p url. */
+    /** Asks what to do with changes, then opens @p url; or brings it up in another window that shows it. */
     void open(const QUrl &url);
     /** Opens @p url without looking at the calendar that is open. False when it cannot be read. */
     bool openDocumentFile(const QUrl &url);

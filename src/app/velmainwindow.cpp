@@ -131,12 +131,14 @@ void VelMainWindow::initDocument()
         setCaption(captionText(), modified);
     });
     connect(m_doc, &VelDoc::urlChanged, this, &VelMainWindow::updateCaption);
+    connect(m_doc, &VelDoc::contentsReplaced, this, [this] { m_isUnfilled = false; });
     connect(m_doc, &VelDoc::editLockWanted, this, &VelMainWindow::updateEditActions);
     connect(m_doc, &VelDoc::saveAsWanted, this, &VelMainWindow::slotFileSaveAs);
     m_actions->save->setEnabled(false);
     m_fileCommands = std::make_unique<VelFileCommands>(VelFileCommands::Context{
         *m_doc, *m_messages, *m_files, m_settings, [this](const QUrl &url) { addRecentFile(url); },
         [this](const QString &text) { slotStatusMsg(text); }, [this] { return isEditLocked(); },
+        [this] { return mayReplaceCalendar(); }, [this](const QUrl &url) { return showElsewhere(url); },
         [this](const VelArchiveChoice &usual) { return chooseArchive(usual); }});
     updateCaption();
 }
@@ -196,8 +198,13 @@ VelWindowOptions VelMainWindow::currentOptions() const
 
 void VelMainWindow::saveOptions()
 {
+    saveOptions(currentOptions());
+}
+
+void VelMainWindow::saveOptions(const VelWindowOptions &options)
+{
     KConfig *config = applicationConfig();
-    VelConfiguration::writeOptions(VelConfiguration::generalOptions(config), currentOptions());
+    VelConfiguration::writeOptions(VelConfiguration::generalOptions(config), options);
     VelConfiguration::writePreferences(VelConfiguration::preferences(config), m_settings, m_look,
                                        VelLook::defaults(palette()));
     m_view->writeConfig(config);
@@ -235,11 +242,15 @@ void VelMainWindow::setEditLock(bool locked)
 {
     m_lockHolders = std::max(0, m_lockHolders + (locked ? 1 : -1));
     updateEditActions();
+    // What the editor held is in the calendar now.
+    if (m_lockHolders == 0 && m_isDenied)
+        QTimer::singleShot(0, this, &VelMainWindow::closeDenied);
 }
 
 bool VelMainWindow::isEditLocked() const
 {
-    return m_lockHolders > 0 || m_closing || m_network->isLocking() || !m_doc->isWritable();
+    return m_lockHolders > 0 || m_closing.isWaiting() || m_isUnfilled || m_network->isLocking()
+        || !m_doc->isWritable();
 }
 
 bool VelMainWindow::mayEdit() const
@@ -256,11 +267,12 @@ void VelMainWindow::updateEditActions()
     m_actions->newEntry->setEnabled(mayEdit());
     m_actions->newTodo->setEnabled(mayEdit());
     // A calendar that may only be read is locked for good, but what others do in it is still to be seen.
-    m_actions->synchronize->setEnabled(m_lockHolders == 0 && !m_closing && !m_network->isLocking());
+    m_actions->synchronize->setEnabled(m_lockHolders == 0 && !m_closing.isWaiting()
+                                       && !m_network->isLocking());
     m_actions->stopSynchronizing->setEnabled(m_network->isStoppable());
     for (QAction *action :
          {m_actions->openNew, m_actions->open, static_cast<QAction *>(m_actions->openRecent)})
-        action->setEnabled(!m_closing);
+        action->setEnabled(!m_closing.isWaiting());
     m_undo->updateActions();
     slotClipboardChanged();
     m_network->release();
@@ -296,7 +308,7 @@ void VelMainWindow::openDocumentFile(const QUrl &url)
     const QUrl last =
         VelConfiguration::readOptions(VelConfiguration::generalOptions(applicationConfig())).docUrl;
     const QUrl wanted = url.isEmpty() ? last : url;
-    if (!wanted.isEmpty())
+    if (!wanted.isEmpty() && !showElsewhere(wanted))
         m_fileCommands->openDocumentFile(wanted);
 }
 
@@ -325,8 +337,10 @@ void VelMainWindow::takePreferences(const VelSettings &settings, const VelLook &
     m_settings = settings;
     m_look = look;
     updateAll();
-    if (isOtherAccount)
+    if (isOtherAccount) {
+        m_network->resume();
         netTask(VelNetTask::UserList, {}, true);
+    }
     if (isOtherWeek)
         m_view->setMainView(m_view->viewType(), m_view->viewSize());
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "app/velalertsurface.h"
+#include "app/velclosing.h"
 #include "app/velconfiguration.h"
 #include "app/velfilechooser.h"
 #include "app/velfilecommands.h"
@@ -88,7 +89,10 @@ public:
     [[nodiscard]] VelNetwork *network() const { return m_network.get(); }
     void setNetStatus(int status);
 
-    /** Opens @p url, or, when it is empty, the calendar that was open when the program last ended. */
+    /**
+     * Opens @p url, or, when it is empty, the calendar that was open when the program last ended. What another window shows
+     * already is brought up there.
+     */
     void openDocumentFile(const QUrl &url);
     /** Shows the window, or, when it was docked when the program last ended, only its icon in the tray. */
     void showOrDock();
@@ -105,8 +109,13 @@ public Q_SLOTS:
     void slotFileOpen();
     void slotFileOpenRecent(const QUrl &url);
     void slotFileRemote();
-    /** Opens the calendar of that user of the server in a window of its own, which is returned. */
+    /** Opens the calendar of that user of the server in a window of its own, unless one shows it. Returns that window. */
     VelMainWindow *openRemote(quint32 userid);
+    /**
+     * Makes this window, which is to be empty, that of the calendar of another user, and asks the server for it. Until that
+     * has come nothing can be entered: nobody would know whose it is to be.
+     */
+    void fetchCalendarOf(quint32 userid);
     void slotFileSave();
     void slotFileSaveAs();
     void slotFileImport();
@@ -114,6 +123,7 @@ public Q_SLOTS:
     void slotFileArchive();
     void slotFileClose();
     void slotFilePrint();
+    /** Closes all windows, until the user wants to keep one. */
     void slotFileQuit();
     void slotEditCut();
     void slotEditCopy();
@@ -142,6 +152,8 @@ public Q_SLOTS:
     void slotToolbar();
     void slotClipboardChanged() override;
     void slotAutoSave();
+    /** Brings the window to the front; one that was about to close stays. */
+    void bringUp();
     /** Brings the window to the front and goes to the date of the entry. */
     void slotShowEntry(quint32 localid);
 
@@ -163,6 +175,7 @@ private:
     void initView(const VelWindowOptions &options);
     void readOptions(const VelWindowOptions &options);
     [[nodiscard]] VelWindowOptions currentOptions() const;
+    void saveOptions(const VelWindowOptions &options);
     void buildGui();
     void rebuildGui();
     void setAutoSaveTimer();
@@ -174,10 +187,24 @@ private:
     void updateCaption();
     void updateEditActions();
     void saveByItself();
-    [[nodiscard]] bool mayCloseNow();
-    [[nodiscard]] bool waitsForNetwork();
     void finishMerge(const VelMerge::Report &report);
+    // velmainwindowclosing.cpp: what becomes of the window, and of others
+    [[nodiscard]] VelClosing::Situation closingSituation() const;
+    [[nodiscard]] bool mayClose();
+    [[nodiscard]] bool mayCloseNow();
+    [[nodiscard]] bool mayLose();
+    [[nodiscard]] bool mayReplaceCalendar();
+    [[nodiscard]] QString lossReason() const;
+    void waitToClose();
+    void closeWhenDone();
+    void stay();
+    void slotDenied(bool quiet);
     void closeDenied();
+    void showWarning(const QString &text);
+    [[nodiscard]] static QList<QPointer<VelMainWindow>> openWindows();
+    [[nodiscard]] VelMainWindow *find(const std::function<bool(const VelMainWindow &)> &isMeant) const;
+    [[nodiscard]] bool showElsewhere(const QUrl &url);
+    [[nodiscard]] bool showsCalendarOf(quint32 userid) const;
     void shareAccount();
     void addRecentFile(const QUrl &url);
     [[nodiscard]] bool isRemote() const;
@@ -221,7 +248,10 @@ private:
     QTimer m_autoSaveTimer;
     int m_lockHolders = 0; // an open editor, an entry in the hand of the mouse
     bool m_isDenied = false; // the server has refused the calendar, and the window is about to go
+    bool m_isUnfilled = false; // with the colleague's calendar that it is for
+    bool m_hasFailedToFill = false;
     bool m_isSavingByItself = false;
-    bool m_closing = false; // the window goes when the server has answered
+    bool m_savesOptions = true; // when it closes
+    VelClosing m_closing;
     bool m_autoSaveFailed = false; // and the user has been told
 };

@@ -33,11 +33,11 @@ void VelMainWindow::initNetwork()
         *m_doc, m_settings, *m_messages, *m_trust, [this] { return isInUse(); },
         [this] { updateEditActions(); },
         [this](const QString &text) {
-            if (!m_closing) // what it waits for is what counts then
+            if (!m_closing.isWaiting()) // what it waits for is what counts then
                 slotStatusMsg(text);
         },
         [this] {
-            if (!m_closing && !m_autoSaveFailed)
+            if (!m_closing.isWaiting() && !m_autoSaveFailed)
                 m_statusText->setText(i18n("Ready."));
         },
         [this](const VelMerge::Question &question) { return askAbout(question); }, m_now});
@@ -64,20 +64,22 @@ void VelMainWindow::connectNetwork()
     connect(network, &VelNetwork::netTaskFailed, this, &VelApp::netTaskFailed);
     connect(network, &VelNetwork::noticed, this,
             [this](const QString &text) { statusBar()->showMessage(text, NoticeTime); });
-    connect(network, &VelNetwork::warningChanged, m_syncBar, &VelSyncBar::setWarning);
+    connect(network, &VelNetwork::warningChanged, this, &VelMainWindow::showWarning);
     connect(network, &VelNetwork::merged, this, &VelMainWindow::finishMerge);
     connect(network, &VelNetwork::settingsChanged, this, &VelMainWindow::shareAccount);
     connect(network, &VelNetwork::passwordChanged, this,
             [this] { statusBar()->showMessage(i18n("The password has been changed."), NoticeTime); });
-    connect(network, &VelNetwork::accessDenied, this, &VelMainWindow::closeDenied);
-    connect(network, &VelNetwork::idle, this, [this] {
-        m_onlineWidget->setFailure(m_network->lastFailure());
-        // Later: that the calendar was refused is told after the end of the last request.
-        QTimer::singleShot(0, this, [this] {
-            if (m_closing && !m_isDenied && !m_network->isBusy())
-                slotFileQuit();
-        });
+    connect(network, &VelNetwork::accessDenied, this, &VelMainWindow::slotDenied);
+    // Later: that the calendar was refused is told after the end of the last request.
+    connect(network, &VelNetwork::taskEnded, this, &VelMainWindow::closeWhenDone, Qt::QueuedConnection);
+    connect(network, &VelNetwork::syncEnded, this, &VelMainWindow::closeWhenDone, Qt::QueuedConnection);
+    connect(network, &VelNetwork::syncEnded, this, [this] {
+        m_hasFailedToFill = m_isUnfilled;
+        if (m_isUnfilled)
+            showWarning({});
     });
+    connect(network, &VelNetwork::idle, this,
+            [this] { m_onlineWidget->setFailure(m_network->lastFailure()); });
 }
 
 void VelMainWindow::netTask(int type, const QString &argument, bool quiet)
@@ -140,6 +142,10 @@ void VelMainWindow::slotChangePass()
 
 void VelMainWindow::slotFileRemote()
 {
+    if (!m_network->hasAccount()) {
+        m_network->tellNoAccount();
+        return;
+    }
     if (!m_remoteDialog) {
         m_remoteDialog = new VelRemoteCalendarDialog(this);
         connect(m_remoteDialog, &VelRemoteCalendarDialog::calendarChosen, this, &VelMainWindow::openRemote);
@@ -150,12 +156,46 @@ void VelMainWindow::slotFileRemote()
 
 VelMainWindow *VelMainWindow::openRemote(quint32 userid)
 {
+    if (!m_network->hasAccount()) { // any more
+        m_network->tellNoAccount();
+        return nullptr;
+    }
+    VelMainWindow *shown =
+        find([userid](const VelMainWindow &window) { return window.showsCalendarOf(userid); });
+    if (shown) {
+        shown->bringUp();
+        return shown;
+    }
     auto *window = new VelMainWindow;
     window->show();
-    window->document()->setUserId(userid);
-    window->updateCaption();
-    window->slotSynchronize();
+    window->fetchCalendarOf(userid);
     return window;
+}
+
+void VelMainWindow::fetchCalendarOf(quint32 userid)
+{
+    m_doc->setUserId(userid);
+    m_isUnfilled = isRemote();
+    m_hasFailedToFill = false;
+    updateCaption();
+    updateEditActions();
+    slotSynchronize();
+}
+
+/** What stands in the status bar until a synchronisation succeeds. */
+void VelMainWindow::showWarning(const QString &text)
+{
+    const bool isMissing = m_isUnfilled && m_hasFailedToFill;
+    m_syncBar->setWarning(isMissing
+                              ? i18n("This calendar could not be fetched from the server. Nothing can be "
+                                     "entered here before \"Synchronize\" has succeeded.")
+                              : text);
+}
+
+/** As the server has it: of a copy in a file it is not known how old it is, or whether it is ever synchronised. */
+bool VelMainWindow::showsCalendarOf(quint32 userid) const
+{
+    return m_doc->getUserId() == userid && (isRemote() || userid == m_settings.origUserid);
 }
 
 /** A calendar of somebody else that has no file here: the server keeps it. */
@@ -174,6 +214,8 @@ std::optional<int> VelMainWindow::askAbout(const VelMerge::Question &question)
 void VelMainWindow::finishMerge(const VelMerge::Report &report)
 {
     const QPointer<VelMainWindow> self(this);
+    m_isUnfilled = false;
+    m_network->resume(); // the calendar that it was stopped for is to be had again
     if (report.hasChanged) {
         m_doc->slotUpdateAllViews(nullptr);
         if (m_settings.autoSaveSync && !m_doc->isUntitled())
@@ -189,19 +231,6 @@ void VelMainWindow::finishMerge(const VelMerge::Report &report)
             i18np("One entry came from the server.", "%1 entries came from the server.", report.received),
             NoticeTime);
     }
-}
-
-void VelMainWindow::closeDenied()
-{
-    if (std::exchange(m_isDenied, true))
-        return;
-    m_network->stop();
-    // Nobody may have been at the screen when it was refused, and a window that is gone explains nothing.
-    const QPointer<VelMainWindow> self(this);
-    m_messages->information(i18n("The server does not let you see this calendar any more. It is closed now."),
-                            i18n("Access denied"));
-    if (self)
-        slotFileClose();
 }
 
 /** The account is the user's: a window that kept an old password would fail, and write it over the new one at its end. */
@@ -247,55 +276,4 @@ void VelMainWindow::slotAutoSave()
     setAutoSaveTimer();
     if (m_doc->isModified() && !m_doc->isUntitled())
         saveByItself();
-}
-
-/** Local changes reach the server before the window goes, and what is under way comes to its end. */
-bool VelMainWindow::waitsForNetwork()
-{
-    // The desktop ends: it does not wait, and the next start synchronises.
-    if (qApp->isSavingSession())
-        return false;
-    if (m_isDenied)
-        return false;
-    if (m_settings.autoSync && m_settings.autoSave && !m_doc->isModsSynced() && !m_closing)
-        m_network->slotAutoSync();
-    return m_network->isBusy();
-}
-
-/** Asked for again while it waits already. */
-bool VelMainWindow::mayCloseNow()
-{
-    if (!m_closing)
-        return false;
-    const VelMessages::Answer answer = m_messages->questionYesNo(
-        i18n("The server has not answered yet. What it has not confirmed is sent again at the "
-             "next synchronization.\nClose without waiting?"),
-        i18n("Waiting for the server"), i18n("Close now"), i18n("Wait"));
-    return answer == VelMessages::Answer::Yes;
-}
-
-bool VelMainWindow::queryClose()
-{
-    m_view->finishInput();
-    const QPointer<VelMainWindow> self(this);
-    const bool mayGoOn = m_doc->saveModified();
-    if (!self)
-        return false;
-    if (!mayGoOn) {
-        m_closing = false;
-        updateEditActions();
-        return false;
-    }
-    const bool isWaiting = waitsForNetwork();
-    const bool mayClose = !isWaiting || mayCloseNow();
-    if (!self)
-        return false; // the server answered while it asked, and the window went by itself
-    if (!mayClose) {
-        m_closing = true;
-        updateEditActions();
-        slotStatusMsg(i18n("Waiting for network operations to finish..."));
-        return false;
-    }
-    saveOptions();
-    return true;
 }

@@ -12,7 +12,6 @@
 #include "dialogs/velpreferences.h"
 #include "document/velarchiver.h"
 #include "document/veldoc.h"
-#include "document/veldrag.h"
 #include "document/velmessages.h"
 #include "document/velstep.h"
 #include "hub/velprintout.h"
@@ -26,9 +25,7 @@
 #include <KToolBar>
 #include <KXMLGUIFactory>
 
-#include <QClipboard>
 #include <QFile>
-#include <QGuiApplication>
 #include <QPointer>
 #include <QStatusBar>
 
@@ -98,7 +95,16 @@ void VelMainWindow::informChanges(const VelEntry &entry)
 
 void VelMainWindow::slotFileArchive()
 {
+    const QPointer<VelMainWindow> self(this);
     m_fileCommands->archive();
+    if (!self)
+        return;
+    // Whichever window closes last writes it down.
+    const QList<KMainWindow *> windows = memberList();
+    for (KMainWindow *each : windows) {
+        if (auto *window = qobject_cast<VelMainWindow *>(each))
+            window->m_settings.archiveFile = m_settings.archiveFile;
+    }
 }
 
 std::optional<VelArchiveChoice> VelMainWindow::chooseArchive(const VelArchiveChoice &usual)
@@ -115,11 +121,6 @@ std::optional<VelArchiveChoice> VelMainWindow::chooseArchive(const VelArchiveCho
     return choice;
 }
 
-void VelMainWindow::slotFileClose()
-{
-    close();
-}
-
 void VelMainWindow::slotFilePrint()
 {
     m_view->finishInput();
@@ -128,19 +129,6 @@ void VelMainWindow::slotFilePrint()
     const QPointer<VelMainWindow> alive(this);
     printOut(*printout);
     if (alive) // it may have been closed meanwhile
-        slotStatusMsg(i18n("Ready."));
-}
-
-void VelMainWindow::slotFileQuit()
-{
-    slotStatusMsg(i18n("Exiting..."));
-    saveOptions();
-    // What a program leaves on the clipboard ends with it anyway; without it others need not wait for an
-    // answer.
-    QClipboard *clipboard = QGuiApplication::clipboard();
-    if (qobject_cast<const VelDrag *>(clipboard->mimeData()))
-        clipboard->clear();
-    if (!close() && !m_closing)
         slotStatusMsg(i18n("Ready."));
 }
 
@@ -261,10 +249,7 @@ void VelMainWindow::slotShowEntry(quint32 localid)
     const VelEntry *entry = m_doc->getEntry(localid);
     if (!entry)
         return;
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
+    bringUp();
     m_view->setDate(entry->type == VelEntry::Event ? entry->getStart().date() : entry->getEnd().date());
     // Later: what asked for it has its own end to come to.
     QTimer::singleShot(0, this, [this, localid] {
@@ -396,7 +381,9 @@ void VelMainWindow::readProperties(const KConfigGroup &group)
         return;
     const bool hasFile = url.fileName() != VelDoc::untitledName();
     if (!group.readEntry("modified", false)) {
-        if (hasFile)
+        if (hasFile && showElsewhere(url))
+            QTimer::singleShot(0, this, &QWidget::close); // it would stay empty
+        else if (hasFile)
             openDocumentFile(url);
         return;
     }

@@ -3,6 +3,7 @@
 
 #include "app/velnetwork.h"
 
+#include "app/velclosing.h"
 #include "document/veldoc.h"
 #include "document/velmessages.h"
 #include "model/velsettings.h"
@@ -43,7 +44,7 @@ VelNetwork::VelNetwork(Context context)
     connect(&m_waitingTimer, &QTimer::timeout, this, &VelNetwork::takeWaiting);
     connect(&m_context.doc, &VelDoc::contentsReplaced, this, [this] {
         m_record.clear();
-        Q_EMIT warningChanged({});
+        Q_EMIT warningChanged(stoppedText());
     });
     connectConnection();
 }
@@ -64,7 +65,9 @@ void VelNetwork::connectConnection()
             m_context.ready();
         if (type == VelNetTask::Sync && !m_waiting)
             endSync();
+        Q_EMIT taskEnded();
     });
+    connect(&m_connection, &VelConnection::taskFailed, this, &VelNetwork::taskEnded);
     connect(&m_connection, &VelConnection::queueEmpty, this, &VelNetwork::idle);
     connect(&m_connection, &VelConnection::accessDenied, this, &VelNetwork::accessDenied);
     connect(&m_connection, &VelConnection::progress, this, [this](qint64 bytes) {
@@ -170,6 +173,8 @@ void VelNetwork::endSync()
     setAutoSyncTimer();
     if (std::exchange(m_isWantedAgain, false))
         startSync(i18n("Synchronizing with server"), false);
+    else
+        Q_EMIT syncEnded();
 }
 
 /** The end follows with that of the request, unless that never had its turn. */
@@ -195,13 +200,43 @@ void VelNetwork::setAutoSyncTimer()
     }
     m_autoSyncTimer.stop();
     m_record.clear();
-    Q_EMIT warningChanged({});
+    Q_EMIT warningChanged(stoppedText());
+}
+
+void VelNetwork::sendChanges()
+{
+    if (!m_isSynchronizing && hasAccount())
+        startSync(i18n("Synchronizing with server."), true);
 }
 
 void VelNetwork::stop()
 {
     m_isStopped = true;
-    m_autoSyncTimer.stop();
+    setAutoSyncTimer();
+}
+
+void VelNetwork::resume()
+{
+    if (!std::exchange(m_isStopped, false))
+        return;
+    Q_EMIT warningChanged({});
+    setAutoSyncTimer();
+}
+
+QString VelNetwork::stoppedText() const
+{
+    return m_isStopped
+        ? i18n("The server has refused this calendar: access denied. It is not synchronized by "
+               "itself until \"Synchronize\" has succeeded.")
+        : QString();
+}
+
+bool VelNetwork::isChanging() const
+{
+    const std::deque<VelNetTask> &queue = m_connection.taskQueue();
+    return m_waiting || m_isMerging || VelClosing::waitsFor(m_connection.currentType())
+        || std::any_of(queue.begin(), queue.end(),
+                       [](const VelNetTask &task) { return VelClosing::waitsFor(task.type); });
 }
 
 void VelNetwork::changePassword(const QString &digest)

@@ -69,8 +69,11 @@ public:
     void setAutoSyncTimer();
     /** Sends the digest of a new password, which replaces the one in the settings when the server takes it. */
     void changePassword(const QString &digest);
-    /** Synchronises no more by itself. */
+    /** Synchronises now and without a word, whatever the preferences say of what happens by itself. */
+    void sendChanges();
+    /** Synchronises no more by itself, until somebody has done so by hand with success, or names another account. */
     void stop();
+    void resume();
 
     [[nodiscard]] bool isSynchronizing() const { return m_isSynchronizing; }
     /** True while nothing in the calendar may be changed. */
@@ -84,6 +87,8 @@ public:
     }
     /** Why the last request failed, empty when it did not. */
     [[nodiscard]] QString lastFailure() const { return m_connection.lastFailure(); }
+    /** True while a request that changes something on the server is under way or waits, or its answer does. */
+    [[nodiscard]] bool isChanging() const;
     [[nodiscard]] const VelEntry *getReceivedEntry(quint32 globalid) const;
 
 Q_SIGNALS:
@@ -103,10 +108,14 @@ Q_SIGNALS:
     /** The settings hold another password, or number of the user. */
     void settingsChanged();
     void passwordChanged();
+    /** One synchronisation is over, well or not. */
+    void syncEnded();
+    /** One request is over, or never had its turn. */
+    void taskEnded();
     /** Nothing is under way and nothing waits. */
     void idle();
-    /** The user may not see this calendar any more. */
-    void accessDenied();
+    /** The user may not see this calendar any more. This is the only signal of it; unless @p quiet somebody waits for it. */
+    void accessDenied(bool quiet);
 
 private:
     /** The answer to a synchronisation, before anything of it is looked at. */
@@ -117,6 +126,7 @@ private:
 
     void connectConnection();
     [[nodiscard]] bool mayRunByItself() const;
+    [[nodiscard]] QString stoppedText() const;
     void startSync(const QString &text, bool quiet);
     void endSync();
     void failSync();

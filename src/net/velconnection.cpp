@@ -251,6 +251,13 @@ void VelConnection::takeAnswer()
     Q_EMIT answered(m_current.type, content, sent);
 }
 
+/** True when somebody waits for the current task, or for one that fails with it. */
+bool VelConnection::isAwaited() const
+{
+    return !m_current.quiet
+        || std::any_of(m_queue.begin(), m_queue.end(), [](const VelNetTask &task) { return !task.quiet; });
+}
+
 /**
  * Tells what the server complains about. True when the answer is to be processed all the same: only what a code of
  * its own stands for makes it void. Then, and only then, is the connection sure to be still there.
@@ -260,12 +267,13 @@ bool VelConnection::tellServerError(int code)
     const QPointer<VelConnection> self(this);
     m_phase = Phase::Ending;
     const QString message = serverErrorText(code);
+    const bool quiet = code > 0 ? !isAwaited() : m_current.quiet;
     m_lastFailure = message;
-    Q_EMIT failed(message, m_current.quiet);
+    Q_EMIT failed(message, quiet || code == AccessDenied);
     if (!self)
         return false;
     if (code > 0) {
-        endRefused(code);
+        endRefused(code, quiet);
         return false;
     }
     m_phase = Phase::Held;
@@ -300,12 +308,12 @@ bool VelConnection::dropWaiting(int type)
     return self;
 }
 
-void VelConnection::endRefused(int code)
+void VelConnection::endRefused(int code, bool quiet)
 {
     const QPointer<VelConnection> self(this);
     dropSocket();
     if (dropQueue())
         endTask(false);
     if (self && code == AccessDenied)
-        Q_EMIT accessDenied();
+        Q_EMIT accessDenied(quiet);
 }

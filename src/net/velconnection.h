@@ -118,8 +118,8 @@ Q_SIGNALS:
     void taskEnded(int type);
     /** Nothing is under way and nothing waits. */
     void queueEmpty();
-    /** The user may not see the calendar any more. Comes last. */
-    void accessDenied();
+    /** The user may not see the calendar any more. Comes last, and tells it instead of failed(), which is quiet about it. */
+    void accessDenied(bool quiet);
 
 private:
     enum class Phase {
@@ -152,13 +152,14 @@ private:
     bool dropWaiting(int type);
     [[nodiscard]] bool isWaiting(int type) const;
     [[nodiscard]] bool isUnderWay(int type) const;
+    [[nodiscard]] bool isAwaited() const;
     void setNetStatus(NetStatus status);
     void failTask(const QString &message, Telling telling);
     bool tellFailure(const QString &message, Telling telling);
     void endTask(bool isGood);
     void takeAnswer();
     bool tellServerError(int code);
-    void endRefused(int code);
+    void endRefused(int code, bool quiet);
     [[nodiscard]] bool isConfigured() const;
     [[nodiscard]] Peer wantedPeer() const;
 

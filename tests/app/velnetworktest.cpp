@@ -1,12 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Delmast Time authors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "app/velnetwork.h"
 #include "app/velaboutdata.h"
 #include "app/velonlinewidget.h"
-#include "model/wsecurity.h"
-#include "net/scriptedserver.h"
-#include "session.h"
+#include "netwindow.h"
 
 #include <KAboutData>
 #include <KSqueezedTextLabel>
@@ -23,12 +20,9 @@ namespace
 {
 using Step = ScriptedServer::Step;
 
-// The user 3, with full rights, and the user list that every window asks for first.
+// The user 3, with full rights.
 const QByteArray Head = "<action><userid>3</userid><origuserid>3</origuserid><origright>4</origright>"
                         "<synctime>later</synctime></action>";
-const QByteArray Users = "<account><id>3</id><name>Anna</name><type>1</type></account>"
-                         "<account><id>9</id><name>Bert</name><type>1</type></account>";
-
 QByteArray eventOf(quint32 owner, int status, const QByteArray &title = "Meeting")
 {
     return "<entry><globalid>77</globalid><title>" + title
@@ -44,51 +38,6 @@ QStringList textsOf(const FakeMessages &messages)
         texts.append(message.text);
     return texts;
 }
-
-/** A window that knows a server, which has sent the list of users. */
-struct NetWindow {
-    explicit NetWindow(const std::vector<Step> &script = {})
-    {
-        server.script = {{answer(Users)}};
-        server.script.insert(server.script.end(), script.begin(), script.end());
-        KConfigGroup group = KSharedConfig::openConfig()->group(QStringLiteral("Preferences"));
-        group.writeEntry("Server", "127.0.0.1");
-        group.writeEntry("Port", int(server.serverPort()));
-        group.writeEntry("User", "anna");
-        group.writeEntry("Pass", WSecurity::md5(QStringLiteral("old")));
-        group.writeEntry("AutoSync", true);
-        session = std::make_unique<Session>();
-    }
-    [[nodiscard]] bool isReady() const
-    {
-        return QTest::qWaitFor([this] { return !session->window->network()->isBusy(); });
-    }
-    /** Runs a synchronisation to its end. */
-    [[nodiscard]] bool synchronize() const
-    {
-        if (!isReady())
-            return false;
-        session->trigger("synchronize");
-        return isReady();
-    }
-    [[nodiscard]] QString status() const
-    {
-        return session->window->statusBar()->findChild<QLabel *>()->text();
-    }
-    /** The notice that stands before the status for a while. */
-    [[nodiscard]] QString passing() const { return session->window->statusBar()->currentMessage(); }
-    [[nodiscard]] QString warning() const
-    {
-        return session->window->findChild<KSqueezedTextLabel *>(QStringLiteral("SyncWarning"))->fullText();
-    }
-    [[nodiscard]] const VelEntry *meeting() const
-    {
-        return session->doc().getEntry(session->doc().getLocalId(77));
-    }
-
-    ScriptedServer server;
-    std::unique_ptr<Session> session;
-};
 } // namespace
 
 class VelNetworkTest : public QObject
@@ -113,7 +62,7 @@ private Q_SLOTS:
     void quietFailureShouldBeReadOnTheConnection();
     void closingShouldWaitForTheServer_data();
     void closingShouldWaitForTheServer();
-    void deniedCalendarShouldBeClosed();
+    void deniedCalendarShouldStopSynchronisingByItself();
     void windowClosedAtAQuestionShouldChangeNothing();
     void passwordShouldChangeWhenTheServerTakesIt_data();
     void passwordShouldChangeWhenTheServerTakesIt();
@@ -135,10 +84,7 @@ void VelNetworkTest::initTestCase()
 
 void VelNetworkTest::init()
 {
-    const KSharedConfigPtr config = KSharedConfig::openConfig();
-    const QStringList groups = config->groupList();
-    for (const QString &group : groups)
-        config->deleteGroup(group);
+    forgetPreferences();
 }
 
 void VelNetworkTest::windowWithoutAServerShouldAskForNothing()
@@ -387,18 +333,20 @@ void VelNetworkTest::closingShouldWaitForTheServer()
     QVERIFY(fileBytes(url.toLocalFile()).contains("<title>Meeting</title>"));
 }
 
-void VelNetworkTest::deniedCalendarShouldBeClosed()
+void VelNetworkTest::deniedCalendarShouldStopSynchronisingByItself()
 {
-    const NetWindow net({Step{answer("<action><error>2</error></action>")}});
-    QVERIFY(net.isReady());
-    net.session->trigger("synchronize");
-    QStringList texts;
-    connect(net.session->window->network(), &VelNetwork::accessDenied, this,
-            [&texts, &net] { texts = textsOf(*net.session->messages); });
-    QTRY_VERIFY(!net.session->window);
-    QCOMPARE(net.server.requests.size(), 2);
-    QCOMPARE(texts.size(), 2); // the error, and that the calendar is closed
-    QVERIFY(texts.last().contains(QLatin1String("closed")));
+    const NetWindow net({Step{answer("<action><error>2</error></action>")}, Step{answer(Head)}});
+    const VelMainWindow &window = *net.session->window;
+    QVERIFY(net.synchronize());
+    QCOMPARE(textsOf(*net.session->messages), QStringList{QStringLiteral("Access denied.")});
+    QVERIFY(window.isVisible() && window.mayEdit());
+    net.session->window->slotAutoSync();
+    QVERIFY(!window.network()->isBusy());
+    QVERIFY(net.warning().contains(QLatin1String("access denied")));
+    QVERIFY(net.synchronize());
+    QVERIFY(net.warning().isEmpty());
+    net.session->window->slotAutoSync();
+    QVERIFY(window.network()->isBusy());
 }
 
 void VelNetworkTest::windowClosedAtAQuestionShouldChangeNothing()

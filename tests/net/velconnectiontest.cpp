@@ -83,9 +83,14 @@ private Q_SLOTS:
             const QByteArray bytes =
                 answer("<action><error>" + QByteArray::number(code) + "</error></action>");
             const QByteArray end = code == 0 ? " A4 E4 A5 E5 ." : " dropped X5 S0 X4 E4 .";
-            const QByteArray told = "S1 S2 " + errors.at(code) + end + (code == 2 ? " denied" : "");
+            const QByteArray text = code == 2 ? '(' + errors.at(2) + ')' : errors.at(code);
+            const QByteArray told = "S1 S2 " + text + end + (code == 2 ? " denied0" : "");
             add(errors.at(code), {{4, 5}, {{bytes}, {Ok}}, both.mid(0, code == 0 ? 2 : 1), told});
         }
+
+        const QByteArray fault = answer("<action><error>4</error></action>");
+        const QByteArray faultTold = "S1 S2 " + errors.at(4) + " dropped X5 S0 X4 E4 .";
+        add("awaited behind a quiet one", {{-4, 5}, {{fault}}, {Busy}, faultTold});
 
         const QByteArray refused = "S1 (No.) S0 X4 E4 S1 No. S0 X5 E5 .";
         const auto withoutServer = [](QByteArray told) {
