@@ -185,11 +185,9 @@ void VelMainWindow::fetchCalendarOf(quint32 userid)
 /** What stands in the status bar until a synchronisation succeeds. */
 void VelMainWindow::showWarning(const QString &text)
 {
-    const bool isMissing = m_isUnfilled && m_hasFailedToFill;
-    m_syncBar->setWarning(isMissing
-                              ? i18n("This calendar could not be fetched from the server. Nothing can be "
-                                     "entered here before \"Synchronize\" has succeeded.")
-                              : text);
+    const QString missing =
+        i18n("This calendar could not be fetched. Nothing can be entered before \"Synchronize\" succeeds.");
+    m_syncBar->setWarning(m_isUnfilled && m_hasFailedToFill ? missing : text);
 }
 
 /** As the server has it: of a copy in a file it is not known how old it is, or whether it is ever synchronised. */

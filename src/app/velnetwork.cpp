@@ -225,10 +225,8 @@ void VelNetwork::resume()
 
 QString VelNetwork::stoppedText() const
 {
-    return m_isStopped
-        ? i18n("The server has refused this calendar: access denied. It is not synchronized by "
-               "itself until \"Synchronize\" has succeeded.")
-        : QString();
+    return m_isStopped ? i18n("Access denied: not synchronized by itself before \"Synchronize\" succeeds.")
+                       : QString();
 }
 
 bool VelNetwork::isChanging() const

@@ -342,7 +342,7 @@ void VelNetworkTest::deniedCalendarShouldStopSynchronisingByItself()
     QVERIFY(window.isVisible() && window.mayEdit());
     net.session->window->slotAutoSync();
     QVERIFY(!window.network()->isBusy());
-    QVERIFY(net.warning().contains(QLatin1String("access denied")));
+    QVERIFY(net.warning().startsWith(QLatin1String("Access denied")));
     QVERIFY(net.synchronize());
     QVERIFY(net.warning().isEmpty());
     net.session->window->slotAutoSync();
