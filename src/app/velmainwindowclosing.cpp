@@ -49,6 +49,12 @@ VelClosing::Situation VelMainWindow::closingSituation() const
 
 bool VelMainWindow::queryClose()
 {
+    // The tray's menu and other windows reach past an open editor; what is typed there is in no calendar yet.
+    if (m_lockHolders > 0 && !qApp->isSavingSession()) {
+        bringUp();
+        slotStatusMsg(i18n("Please finish the entry that is being edited first."));
+        return false;
+    }
     m_view->finishInput();
     // A colleague's calendar may become a file here, which is not what the next start is to open.
     const std::optional<VelWindowOptions> ofLook =

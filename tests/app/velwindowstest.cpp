@@ -129,6 +129,9 @@ void VelWindowsTest::quitShouldStopAtAWindowThatIsKept()
     addChange(changed);
     changed.messages->orderAnswer(Answer::Cancel);
     changed.messages->orderAnswer(Answer::No);
+    filed.window->setEditLock(true); // by an open editor
+    QVERIFY(!filed.window->close());
+    filed.window->setEditLock(false);
     changed.trigger("file_quit");
     QVERIFY(filed.window->isVisible() && changed.window->isVisible());
     changed.trigger("file_quit");
