@@ -195,10 +195,9 @@ QString VelConnection::closedText() const
     // Of one that was never understood, and says nothing at all, clear text may be what it does not bear.
     const bool mayWantEncryption =
         !m_peer.encrypt && m_reader->bytesReceived() == 0 && m_understood != m_peer;
-    return mayWantEncryption
-        ? i18n("The server closed the connection without an answer. If it expects an encrypted one, turn on "
-               "\"Encrypt the connection\" on the page \"Server Account\" of the preferences.")
-        : i18n("The server closed the connection without an answer.");
+    return mayWantEncryption ? i18n("The server closed the connection. Perhaps it wants \"Encrypt the "
+                                    "connection\" in the preferences.")
+                             : i18n("The server closed the connection without an answer.");
 }
 
 void VelConnection::slotSocketError()

@@ -453,6 +453,9 @@ void VelNetworkTest::connectionTestShouldTellTheOutcome_data()
     QTest::newRow("wrong password") << answer("<action><error>1</error></action>")
                                     << "Invalid username or password.";
     QTest::newRow("garbage") << QByteArray("?\x1A") << "Error receiving data from server.";
+    QTest::newRow("encrypted there") << QByteArray("\x15\x03\x03")
+                                     << "The server expects an encrypted connection. Turn on \"Encrypt the "
+                                        "connection\" on the page \"Server Account\" of the preferences.";
 }
 
 void VelNetworkTest::connectionTestShouldTellTheOutcome()
