@@ -187,6 +187,7 @@ private:
     void updateCaption();
     void updateEditActions();
     void saveByItself();
+    [[nodiscard]] QString idleText() const;
     void finishMerge(const VelMerge::Report &report);
     // velmainwindowclosing.cpp: what becomes of the window, and of others
     [[nodiscard]] VelClosing::Situation closingSituation() const;

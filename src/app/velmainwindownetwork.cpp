@@ -37,8 +37,8 @@ void VelMainWindow::initNetwork()
                 slotStatusMsg(text);
         },
         [this] {
-            if (!m_closing.isWaiting() && !m_autoSaveFailed)
-                m_statusText->setText(i18n("Ready."));
+            if (!m_closing.isWaiting())
+                m_statusText->setText(idleText());
         },
         [this](const VelMerge::Question &question) { return askAbout(question); }, m_now});
     m_syncBar = new VelSyncBar(m_actions->stopSynchronizing, statusBar());
@@ -263,10 +263,15 @@ void VelMainWindow::saveByItself()
     m_isSavingByItself = false;
     const bool hadFailed = m_autoSaveFailed;
     m_autoSaveFailed = m_doc->isModified();
-    if (m_autoSaveFailed)
-        slotStatusMsg(i18n("The calendar could not be saved automatically. Please save it yourself."));
-    else if (hadFailed)
-        slotStatusMsg(i18n("Ready."));
+    if (m_autoSaveFailed || hadFailed)
+        slotStatusMsg(idleText());
+}
+
+/** What the status bar says while nothing is going on. */
+QString VelMainWindow::idleText() const
+{
+    return m_autoSaveFailed ? i18n("The calendar could not be saved automatically. Please save it yourself.")
+                            : i18n("Ready.");
 }
 
 void VelMainWindow::slotAutoSave()

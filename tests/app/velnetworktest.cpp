@@ -52,12 +52,9 @@ private Q_SLOTS:
     void readOnlyCalendarShouldStayLocked();
     void errorShouldUnlockTheCalendar_data();
     void errorShouldUnlockTheCalendar();
-    void automaticSynchronisationShouldWaitForTheLock();
     void automaticSynchronisationShouldLockOnlyToMerge();
-    void answerShouldWaitForTheEndOfWork_data();
     void answerShouldWaitForTheEndOfWork();
     void synchronisationByHandShouldStop();
-    void wishShouldFollowAnAutomaticSynchronisation();
     void newWindowShouldNotFillByItself();
     void quietFailureShouldBeReadOnTheConnection();
     void closingShouldWaitForTheServer_data();
@@ -176,55 +173,36 @@ void VelNetworkTest::errorShouldUnlockTheCalendar()
     QVERIFY(!net.session->doc().isExchanging());
 }
 
-void VelNetworkTest::automaticSynchronisationShouldWaitForTheLock()
-{
-    const NetWindow net({Step{answer(Head)}});
-    QVERIFY(net.isReady());
-    net.session->window->setEditLock(true);
-    net.session->window->slotAutoSync();
-    QVERIFY(!net.session->window->network()->isBusy());
-    net.session->window->setEditLock(false);
-    net.session->window->slotAutoSync();
-    QCOMPARE(net.status(), QStringLiteral("Synchronizing with server."));
-    QVERIFY(net.isReady());
-    QCOMPARE(net.server.requests.size(), 2);
-}
-
 void VelNetworkTest::automaticSynchronisationShouldLockOnlyToMerge()
 {
     const NetWindow net({Step{answer(Head + eventOf(9, 0))}});
+    Session &session = *net.session;
     QVERIFY(net.isReady());
+    session.window->setEditLock(true);
+    session.window->slotAutoSync();
+    QVERIFY(!session.window->network()->isBusy());
+    session.window->setEditLock(false);
     bool isLocked = false;
-    net.session->ask = [&](const VelMerge::Question &) {
-        isLocked = net.session->window->isEditLocked() && !net.session->isEnabled("synchronize");
+    session.ask = [&](const VelMerge::Question &) {
+        isLocked = session.window->isEditLocked() && !session.isEnabled("synchronize");
         return VelAccount::Accepted;
     };
-    net.session->window->slotAutoSync();
-    QVERIFY(net.session->window->mayEdit() && net.session->isEnabled("new_entry"));
-    QVERIFY(!net.session->isEnabled("stop_synchronize"));
-    addEvent(net.session->doc(), QStringLiteral("Meanwhile"), at(testDay(), 8), at(testDay(), 9));
+    session.window->slotAutoSync();
+    QCOMPARE(net.status(), QStringLiteral("Synchronizing with server."));
+    QVERIFY(session.window->mayEdit() && session.isEnabled("new_entry"));
+    QVERIFY(!session.isEnabled("stop_synchronize"));
+    addEvent(session.doc(), QStringLiteral("Meanwhile"), at(testDay(), 8), at(testDay(), 9));
     QVERIFY(net.isReady());
-    QVERIFY(isLocked && net.meeting() && net.session->window->mayEdit());
-    QCOMPARE(net.session->doc().getEntry(1)->getTitle(), QStringLiteral("Meanwhile"));
-}
-
-void VelNetworkTest::answerShouldWaitForTheEndOfWork_data()
-{
-    QTest::addColumn<bool>("isByHand");
-    QTest::newRow("by itself") << false;
-    QTest::newRow("by hand") << true;
+    QVERIFY(isLocked && net.meeting() && session.window->mayEdit());
+    QCOMPARE(session.doc().getEntry(1)->getTitle(), QStringLiteral("Meanwhile"));
 }
 
 void VelNetworkTest::answerShouldWaitForTheEndOfWork()
 {
-    QFETCH(const bool, isByHand);
     const NetWindow net({Step{answer(Head + eventOf(9, 0)), ScriptedServer::Close}, Step{answer()}});
     VelMainWindow &window = *net.session->window;
     QVERIFY(net.isReady());
-    if (isByHand)
-        window.slotSynchronize();
-    else
-        window.slotAutoSync();
+    window.slotAutoSync();
     window.setEditLock(true);
     QTRY_VERIFY(net.status().startsWith(QLatin1String("The server has answered.")));
     QTRY_COMPARE(window.findChild<VelOnlineWidget *>()->netStatus(), VelOnlineWidget::NoConnection);
@@ -261,29 +239,22 @@ void VelNetworkTest::synchronisationByHandShouldStop()
     QVERIFY(session.messages->count() == 0 && net.warning().isEmpty());
 }
 
-void VelNetworkTest::wishShouldFollowAnAutomaticSynchronisation()
-{
-    const NetWindow net({Step{answer(Head)}, Step{answer(Head)}});
-    QVERIFY(net.isReady());
-    net.session->window->slotAutoSync();
-    QTRY_COMPARE(net.server.requests.size(), 2);
-    addEvent(net.session->doc(), QStringLiteral("Mine"), at(testDay(), 8), at(testDay(), 9));
-    net.session->trigger("synchronize");
-    QVERIFY(net.session->window->isEditLocked() && net.session->isEnabled("stop_synchronize"));
-    QVERIFY(net.isReady());
-    QVERIFY(net.server.requests.last().contains("<title>Mine</title>"));
-    QVERIFY(net.session->window->mayEdit());
-}
-
 void VelNetworkTest::newWindowShouldNotFillByItself()
 {
-    const NetWindow net({Step{answer(Head)}});
+    const NetWindow net({Step{answer(Head)}, Step{answer(Head)}});
+    Session &session = *net.session;
     QVERIFY(net.isReady());
-    net.session->window->network()->slotAutoSync();
-    QVERIFY(!net.session->window->network()->isBusy());
-    net.session->doc().setSynctime(QStringLiteral("before"));
-    net.session->window->network()->slotAutoSync();
-    QVERIFY(net.session->window->network()->isBusy());
+    session.window->network()->slotAutoSync();
+    QVERIFY(!session.window->network()->isBusy());
+    session.doc().setSynctime(QStringLiteral("before"));
+    session.window->network()->slotAutoSync();
+    QTRY_COMPARE(net.server.requests.size(), 2);
+    // What is wished for now is to be sent, too.
+    addEvent(session.doc(), QStringLiteral("Mine"), at(testDay(), 8), at(testDay(), 9));
+    session.trigger("synchronize");
+    QVERIFY(session.window->isEditLocked() && session.isEnabled("stop_synchronize"));
+    QVERIFY(net.isReady());
+    QVERIFY(net.server.requests.last().contains("<title>Mine</title>") && session.window->mayEdit());
 }
 
 void VelNetworkTest::quietFailureShouldBeReadOnTheConnection()
