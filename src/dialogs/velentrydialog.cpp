@@ -31,7 +31,7 @@
 
 namespace
 {
-/** Of a kind that the recurrence editor has: others never repeat. */
+/** Of a kind that the recurrence editor has: others never repeat, and are left alone. */
 bool repeats(const VelRecurrenceRule &rule)
 {
     return rule.recurringtype >= VelRecurrenceRule::Daily && rule.recurringtype <= VelRecurrenceRule::Yearly;
@@ -137,7 +137,10 @@ VelEntryForm VelEntryDialog::form() const
         form.accounts = m_people->getAccounts();
         form.access = m_access->currentIndex() + 1;
         form.display = m_display->currentIndex() + 1;
-        form.rule = m_recurring->isChecked() ? m_recurDialog->getRule() : VelRecurrenceRule();
+        if (m_recurring->isChecked())
+            form.rule = m_recurDialog->getRule();
+        else if (repeats(form.rule))
+            form.rule.clear();
     } else {
         form.complete = m_complete->isChecked();
         form.priority = m_priority->value();
@@ -212,7 +215,7 @@ void VelEntryDialog::slotApply()
 /** An event whose box was unticked loses its recurrence even so: that is what unticking it means here. */
 void VelEntryDialog::slotCancel()
 {
-    if (isEvent() && !m_recurring->isChecked() && m_isStored && m_entry.rule.recurringtype > 0) {
+    if (isEvent() && !m_recurring->isChecked() && m_isStored && repeats(m_entry.rule)) {
         {
             const VelStepScope scope(&m_doc, i18nc("what was done", "Edit"));
             m_doc.changeEntry(m_entry.localid, [](VelEntry &stored) {

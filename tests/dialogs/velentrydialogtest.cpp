@@ -165,6 +165,12 @@ void VelEntryDialogTest::cancelShouldTakeBackAllButTheRecurrence()
         QCOMPARE(editor.stored->rule, isUnticked ? VelRecurrenceRule() : entry.rule);
         QCOMPARE(editor.stored->dirty, int(isUnticked));
     }
+    entry.rule.recurringtype = 9; // of a program to come: nobody has unticked it
+    for (const auto which : {Box::Cancel, Box::Ok}) {
+        Editor editor(entry);
+        editor.get<Box>("buttons")->button(which)->click();
+        QCOMPARE(editor.stored->rule, entry.rule);
+    }
 }
 
 void VelEntryDialogTest::kindAndPeopleShouldDecideWhatIsOffered()
