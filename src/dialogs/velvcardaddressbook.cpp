@@ -70,8 +70,11 @@ public:
     {
         QByteArray property = withoutGroup(m_property);
         // Quoted-printable that ends open sends the parser round for ever.
-        while (property.endsWith('=') && property.contains(';'))
-            property.chop(1);
+        VelSize end = property.size();
+        while (end > 0 && property.at(end - 1) == '=')
+            --end;
+        if (property.contains(';'))
+            property.truncate(end);
         if (isWanted(property.left(nameEnd(property)).toUpper()))
             m_kept.append(property).append("\r\n");
         m_property.clear();

@@ -171,6 +171,9 @@ void VelAddressBookTest::shouldReadCards_data()
     row("nobody", card("TEL:123") + anna, annaText);
     row("cut off", anna + "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Bo", annaText);
     row("no cards", "BEGIN:VCALENDAR\r\nEND:VCALENDAR\r\n", {});
+    const QByteArray equals(200000, '='); // so many that whatever takes the square of it does not end in time
+    row("signs of quoted-printable without end", card(equals + ';' + equals + ":x\r\nFN:Anna"),
+        QStringLiteral("Anna|"));
     row("no text", QByteArray("\0\xff\xfe\0:;=\n\0\n ", 10).repeated(1000), {});
 }
 
