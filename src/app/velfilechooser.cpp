@@ -22,6 +22,14 @@ QString VelFileDialogs::nameFilter(const QString &filter)
     return kinds.join(QLatin1String(";;"));
 }
 
+QString VelFileDialogs::withSuffixOf(const QString &name, const QString &kind)
+{
+    const QString pattern = kind.section(QLatin1Char('('), -1).section(QLatin1Char(')'), 0, 0);
+    const auto dot = name.lastIndexOf(QLatin1Char('.'));
+    const bool isOneSuffix = pattern.startsWith(QLatin1String("*.")) && !pattern.contains(QLatin1Char(' '));
+    return dot > 0 && isOneSuffix ? name.left(dot) + pattern.mid(1) : name;
+}
+
 QUrl VelFileDialogs::run(QFileDialog *dialog, QString *pattern)
 {
     // The toolkit's own functions for this do not bear that the parent goes.
@@ -45,12 +53,21 @@ QUrl VelFileDialogs::getOpenUrl(const QString &title, const QString &filter)
     return run(dialog, nullptr);
 }
 
-QUrl VelFileDialogs::getSaveUrl(const QString &title, const QString &filter, QString *pattern)
+QUrl VelFileDialogs::getSaveUrl(const QString &title, const QString &filter, const QUrl &proposal,
+                                QString *pattern)
 {
     auto *dialog = new QFileDialog(m_parent, title, QString(), nameFilter(filter));
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setFileMode(QFileDialog::AnyFile);
     dialog->setOption(QFileDialog::DontConfirmOverwrite);
-    dialog->setDirectoryUrl(m_folder);
+    dialog->setDirectoryUrl(proposal.isRelative() ? m_folder : proposal.adjusted(QUrl::RemoveFilename));
+    if (!proposal.isEmpty())
+        dialog->selectFile(proposal.fileName());
+    QObject::connect(dialog, &QFileDialog::filterSelected, dialog, [dialog](const QString &kind) {
+        const QString name = dialog->selectedUrls().value(0).fileName();
+        const QString renamed = withSuffixOf(name, kind);
+        if (renamed != name)
+            dialog->selectFile(renamed);
+    });
     return run(dialog, pattern);
 }

@@ -19,10 +19,12 @@ public:
     /** @p filter has a line for each kind: a pattern, a bar and a description. Empty when cancelled. */
     virtual QUrl getOpenUrl(const QString &title, const QString &filter) = 0;
     /**
-     * The same for writing; asking about an existing file is left to the caller. @p pattern, unless null, becomes the
-     * pattern of the kind that the user chose, such as "*.xml".
+     * The same for writing; asking about an existing file is left to the caller. @p proposal is what the user finds
+     * there to be changed or taken: a whole URL, or only a name, which goes into the folder of the last choice. @p pattern,
+     * unless null, becomes the pattern of the kind that the user chose, such as "*.xml".
      */
-    virtual QUrl getSaveUrl(const QString &title, const QString &filter, QString *pattern = nullptr) = 0;
+    virtual QUrl getSaveUrl(const QString &title, const QString &filter, const QUrl &proposal = {},
+                            QString *pattern = nullptr) = 0;
 };
 
 /** The desktop's file dialogs. They choose nothing when the window goes while they are open. */
@@ -33,10 +35,13 @@ public:
     explicit VelFileDialogs(QWidget *parent);
 
     QUrl getOpenUrl(const QString &title, const QString &filter) override;
-    QUrl getSaveUrl(const QString &title, const QString &filter, QString *pattern = nullptr) override;
+    QUrl getSaveUrl(const QString &title, const QString &filter, const QUrl &proposal = {},
+                    QString *pattern = nullptr) override;
 
     /** The toolkit's form of a filter: "Calendar files (*.xml);;All files (*)". */
     [[nodiscard]] static QString nameFilter(const QString &filter);
+    /** The file's name with the suffix of that kind, such as "iCalendar files (*.ics)", in place of the one it has. */
+    [[nodiscard]] static QString withSuffixOf(const QString &name, const QString &kind);
 
 private:
     [[nodiscard]] QUrl run(QFileDialog *dialog, QString *pattern);

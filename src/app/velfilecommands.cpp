@@ -4,20 +4,19 @@
 #include "app/velfilecommands.h"
 
 #include "app/velfilechooser.h"
+#include "app/velimport.h"
 #include "document/velarchiver.h"
 #include "document/velcalendarfile.h"
 #include "document/veldoc.h"
 #include "document/velexchange.h"
 #include "document/velmessages.h"
-#include "document/velpaste.h"
-#include "document/velstep.h"
 #include "document/veltransfer.h"
-#include "document/velurl.h"
 #include "model/velsettings.h"
 
 #include <KLocalizedString>
 
 #include <QCursor>
+#include <QFileInfo>
 #include <QGuiApplication>
 
 namespace
@@ -71,7 +70,14 @@ QString VelFileCommands::getFilter()
 QString VelFileCommands::getExtFilter()
 {
     return QLatin1String("*.vcs|") + i18n("vCalendar files") + QLatin1String("\n*.ics|")
-        + i18n("iCalendar files") + QLatin1String("\n*|") + i18n("All files");
+        + i18n("iCalendar files") + QLatin1String("\n*.xml|") + i18n("Calendar files") + QLatin1String("\n*|")
+        + i18n("All files");
+}
+
+QString VelFileCommands::getImportFilter()
+{
+    return QLatin1String("*.vcs *.ics *.xml|") + i18n("Calendar files of all kinds") + QLatin1Char('\n')
+        + getExtFilter();
 }
 
 void VelFileCommands::newDocument()
@@ -134,31 +140,10 @@ void VelFileCommands::saveAs()
         m_context.addRecentFile(m_context.doc.URL());
 }
 
-/** Adds what the file holds; without what had to be left out, which the counts tell. */
-bool VelFileCommands::readIntoDocument(const QUrl &url, Imported &imported)
-{
-    const std::weak_ptr<bool> life = m_life;
-    const BusyCursor busy;
-    const VelDownload file(url);
-    VelExchange::Content content;
-    if (life.expired() || !VelExchange::read(file.path(), content))
-        return false;
-    imported = {static_cast<int>(content.entries.size()), content.leftOut, content.simplified,
-                content.isReadable};
-    {
-        const VelStepScope scope(&m_context.doc, i18nc("what was done", "Import"));
-        for (auto &entry : content.entries)
-            VelPaste::addCopy(m_context.doc, std::move(entry));
-    }
-    if (imported.added > 0)
-        m_context.doc.slotUpdateAllViews(nullptr);
-    return true;
-}
-
 void VelFileCommands::importFile()
 {
     const Command command(*this, i18n("Import from file..."));
-    const QUrl url = m_context.files.getOpenUrl(i18n("Import from file..."), getExtFilter());
+    const QUrl url = m_context.files.getOpenUrl(i18n("Import from file..."), getImportFilter());
     if (command.isAlive() && !url.isEmpty())
         importFile(url);
 }
@@ -169,38 +154,32 @@ void VelFileCommands::importFile(const QUrl &url)
         m_context.messages.error(i18n("This calendar cannot be changed now. Nothing was imported."));
         return;
     }
-    const std::weak_ptr<bool> life = m_life;
-    Imported imported;
-    const bool isOpened = readIntoDocument(url, imported);
-    if (life.expired())
-        return;
-    if (!isOpened)
+    VelImport import(
+        {m_context.doc, m_life, m_context.progress, m_context.setEditLock, [this] { return mayChange(); }});
+    switch (import.run(url)) {
+    case VelImport::Result::Done:
+        tell(import.report()->text(), i18nc("title of a message", "Import"));
+        break;
+    case VelImport::Result::Locked:
+        m_context.messages.error(i18n("This calendar cannot be changed now. Nothing was imported."));
+        break;
+    case VelImport::Result::CannotOpen:
         m_context.messages.error(i18n("Cannot open the file."));
-    else if (!imported.isReadable)
+        break;
+    case VelImport::Result::CannotRead:
         m_context.messages.error(i18n("Cannot read from the file."));
-    else
-        tellImported(imported);
+        break;
+    case VelImport::Result::Stopped:
+    case VelImport::Result::Gone:
+        break;
+    }
 }
 
-/** Says nothing when all went as expected: the entries are there to be seen. */
-void VelFileCommands::tellImported(const Imported &imported)
+/** Says nothing when all went as expected. */
+void VelFileCommands::tell(const QString &text, const QString &caption)
 {
-    QStringList texts;
-    if (imported.added == 0 && imported.leftOut == 0)
-        texts.append(i18n("The file holds no calendar entries. Nothing was imported."));
-    if (imported.leftOut > 0) {
-        texts.append(i18np("One entry was imported.", "%1 entries were imported.", imported.added));
-        texts.append(i18np("One could not be read and was left out.",
-                           "%1 could not be read and were left out.", imported.leftOut));
-    }
-    if (imported.simplified > 0) {
-        texts.append(
-            i18np("One entry repeats in a way that this calendar does not know; please check its dates.",
-                  "%1 entries repeat in ways that this calendar does not know; please check their dates.",
-                  imported.simplified));
-    }
-    if (!texts.isEmpty())
-        m_context.messages.information(texts.join(QLatin1Char(' ')), i18nc("title of a message", "Import"));
+    if (!text.isEmpty())
+        m_context.messages.information(text, caption);
 }
 
 bool VelFileCommands::mayChange() const
@@ -220,16 +199,44 @@ void VelFileCommands::exportFile()
 {
     const Command command(*this, i18n("Export to file..."));
     QString pattern;
-    QUrl url = m_context.files.getSaveUrl(i18n("Export to file..."), getExtFilter(), &pattern);
-    if (!command.isAlive() || url.isEmpty())
+    const QUrl chosen =
+        m_context.files.getSaveUrl(i18n("Export to file..."), getExtFilter(), exportProposal(), &pattern);
+    if (!command.isAlive() || chosen.isEmpty())
         return;
-    const QLatin1String iCalendar(".ics");
-    const bool isICalendar = url.fileName().endsWith(iCalendar, Qt::CaseInsensitive)
-        || (pattern.endsWith(iCalendar) && !url.fileName().contains(QLatin1Char('.')));
-    if (!url.fileName().endsWith(iCalendar, Qt::CaseInsensitive))
-        VelUrl::setSuffix(url, isICalendar ? QString(iCalendar) : QStringLiteral(".vcs"));
-    if (mayWrite(url) && command.isAlive() && !VelExchange::write(m_context.doc, url) && command.isAlive())
+    const QUrl url = VelExchange::withSuffix(chosen, pattern);
+    if (mayWrite(url) && command.isAlive())
+        exportTo(url);
+}
+
+/** The calendar's own name, in the folder of the last choice. */
+QUrl VelFileCommands::exportProposal() const
+{
+    QString name = QFileInfo(m_context.doc.URL().fileName()).completeBaseName();
+    if (m_context.doc.isUntitled() || name.isEmpty())
+        name = i18nc("name of a file for an export", "calendar");
+    QUrl proposal;
+    proposal.setPath(name + QLatin1String(".vcs"));
+    return proposal;
+}
+
+void VelFileCommands::exportTo(const QUrl &url)
+{
+    if (url == m_context.doc.URL()) {
+        m_context.doc.saveDocument(url, true); // else it would seem to be somebody else's change
+        return;
+    }
+    const std::weak_ptr<bool> life = m_life;
+    VelExchange::Written written;
+    {
+        const BusyCursor busy;
+        written = VelExchange::write(m_context.doc, url);
+    }
+    if (life.expired())
+        return;
+    if (!written.isWritten)
         m_context.messages.error(i18n("Cannot write to the file."));
+    else
+        tell(VelImportReport::exportText(written.leftOut), i18nc("title of a message", "Export"));
 }
 
 void VelFileCommands::archive()

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "app/velprogress.h"
+
 #include <QDate>
 #include <QUrl>
 
@@ -43,6 +45,9 @@ public:
         std::function<bool()> mayReplaceCalendar;
         /** Brings up another window that shows the file already; false when there is none. */
         std::function<bool(const QUrl &)> showElsewhere;
+        /** Takes hold of that lock, and lets it go. */
+        std::function<void(bool)> setEditLock;
+        VelProgress::Maker progress; ///< for what may take long
         /** Lets the user choose, beginning with what is handed in; none when that was cancelled. */
         std::function<std::optional<VelArchiveChoice>(const VelArchiveChoice &)> chooseArchive;
     };
@@ -51,8 +56,10 @@ public:
 
     /** Calendar files. */
     [[nodiscard]] static QString getFilter();
-    /** Files for import and export. */
+    /** Files for export. */
     [[nodiscard]] static QString getExtFilter();
+    /** The same for import, with all that can be imported in the first line. */
+    [[nodiscard]] static QString getImportFilter();
 
     void newDocument();
     /** Asks which file to open. */
@@ -72,17 +79,11 @@ public:
     void archive();
 
 private:
-    struct Imported {
-        int added = 0;
-        int leftOut = 0;
-        int simplified = 0; ///< of those added
-        bool isReadable = true;
-    };
-
     class Command;
 
-    [[nodiscard]] bool readIntoDocument(const QUrl &url, Imported &imported);
-    void tellImported(const Imported &imported);
+    void exportTo(const QUrl &url);
+    [[nodiscard]] QUrl exportProposal() const;
+    void tell(const QString &text, const QString &caption);
     void archive(const VelArchiveChoice &choice);
     [[nodiscard]] bool mayChange() const;
     [[nodiscard]] bool mayWrite(const QUrl &url);

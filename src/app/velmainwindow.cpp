@@ -50,6 +50,7 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
                              : [] { return VelDateTime::fromQDateTime(QDateTime::currentDateTime()); })
     , m_print(std::move(surroundings.print))
     , m_chooseArchive(std::move(surroundings.chooseArchive))
+    , m_progress(std::move(surroundings.progress))
     , m_alerts(std::move(surroundings.alerts))
     , m_askPassword(std::move(surroundings.askPassword))
     , m_ask(std::move(surroundings.ask))
@@ -139,8 +140,15 @@ void VelMainWindow::initDocument()
         *m_doc, *m_messages, *m_files, m_settings, [this](const QUrl &url) { addRecentFile(url); },
         [this](const QString &text) { slotStatusMsg(text); }, [this] { return isEditLocked(); },
         [this] { return mayReplaceCalendar(); }, [this](const QUrl &url) { return showElsewhere(url); },
+        [this](bool locked) { setEditLock(locked); },
+        [this](const QString &text) { return makeProgress(text); },
         [this](const VelArchiveChoice &usual) { return chooseArchive(usual); }});
     updateCaption();
+}
+
+std::unique_ptr<VelProgress> VelMainWindow::makeProgress(const QString &text)
+{
+    return m_progress ? m_progress(text) : std::make_unique<VelProgressDialog>(text, this);
 }
 
 void VelMainWindow::initAlarm()

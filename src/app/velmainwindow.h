@@ -48,6 +48,7 @@ struct VelSurroundings {
     std::function<void(VelPrintout &)> print = {}; ///< takes what is to be printed, in place of the dialogs
     /** Chooses what to archive, in place of the dialog. */
     std::function<std::optional<VelArchiveChoice>(const VelArchiveChoice &)> chooseArchive = {};
+    VelProgress::Maker progress = {}; ///< in place of the dialog
     std::unique_ptr<VelAlertSurface> alerts = {};
     /** Asks for the new password, given the old digest; none when that was cancelled. In place of the dialog. */
     std::function<std::optional<QString>(const QString &)> askPassword = {};
@@ -167,6 +168,7 @@ protected:
 private:
     void initStatusBar();
     void initDocument();
+    [[nodiscard]] std::unique_ptr<VelProgress> makeProgress(const QString &text);
     void initAlarm();
     void initUndo();
     void initNetwork();
@@ -227,6 +229,7 @@ private:
     std::function<VelDateTime()> m_now;
     std::function<void(VelPrintout &)> m_print;
     std::function<std::optional<VelArchiveChoice>(const VelArchiveChoice &)> m_chooseArchive;
+    VelProgress::Maker m_progress;
     std::unique_ptr<VelAlertSurface> m_alerts;
     std::unique_ptr<VelAlarm> m_alarm;
     VelDoc *m_doc = nullptr;

@@ -23,14 +23,6 @@ bool isType(const QString &mime, QLatin1String type)
     return mime.compare(type, Qt::CaseInsensitive) == 0;
 }
 
-/** Other programs read these texts in Latin-1; what that cannot say goes out in UTF-8 rather than get lost.
- */
-QByteArray textBytes(const QString &text)
-{
-    const bool isLatin1 = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x100; });
-    return isLatin1 ? text.toLatin1() : text.toUtf8();
-}
-
 QUrl firstCalendarFile(const QMimeData *source)
 {
     if (!source->hasUrls())
@@ -65,7 +57,7 @@ bool VelDrag::provides(const QString &mime) const
 
 QByteArray VelDrag::encodedData(const QString &mime) const
 {
-    return isType(mime, EntryType) ? m_entry : textBytes(m_vCalendar);
+    return isType(mime, EntryType) ? m_entry : VelVCalendar::toBytes(m_vCalendar);
 }
 
 QStringList VelDrag::formats() const
@@ -114,7 +106,7 @@ std::vector<std::unique_ptr<VelEntry>> VelDrag::decodeAll(const QMimeData *sourc
     if (url.isEmpty())
         return {};
     const VelDownload file(url);
-    VelExchange::Content content;
+    VelForeignContent content;
     if (!VelExchange::read(file.path(), content))
         return {};
     return onlyUsable(std::move(content.entries));

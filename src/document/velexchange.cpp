@@ -5,40 +5,25 @@
 
 #include "document/velcalendarfile.h"
 #include "document/veldoc.h"
+#include "document/velexchangereader.h"
 #include "document/veltransfer.h"
+#include "document/velurl.h"
 #include "formats/velvcalendar.h"
 #include "ical/velicalendar.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QMimeDatabase>
+#include <QTemporaryDir>
 #include <QTemporaryFile>
 
 namespace
 {
-/** More than any exchange file needs; larger ones would only fill the memory. */
-constexpr qint64 LargestFile = 512LL << 20;
+const QLatin1String VCalendarSuffix(".vcs");
+const QLatin1String ICalendarSuffix(".ics");
+const QLatin1String CalendarSuffix(".xml");
 
-bool isXml(const QByteArray &bytes)
+bool hasSuffix(const QUrl &url, QLatin1String suffix)
 {
-    // Neither of the other two ever starts so; calendar files need no declaration, and may start with a mark.
-    constexpr int markSize = 3;
-    return bytes.mid(bytes.startsWith("\xEF\xBB\xBF") ? markSize : 0, 64).trimmed().startsWith('<');
-}
-
-void readXml(const QString &path, VelExchange::Content &content)
-{
-    VelXmlContent xml;
-    if (VelCalendarFile::read(path, xml) != VelCalendarFile::Result::Ok) {
-        content.isReadable = false;
-        return;
-    }
-    std::erase_if(xml.entries, [](const auto &entry) { return entry->isDeleted(); });
-    for (const auto &entry : xml.entries) {
-        entry->localid = 0;
-        entry->globalid = 0;
-    }
-    content.entries = std::move(xml.entries);
+    return url.fileName().endsWith(suffix, Qt::CaseInsensitive);
 }
 
 QByteArray asVCalendar(const VelEntryList &entries, quint32 userid)
@@ -50,13 +35,22 @@ QByteArray asVCalendar(const VelEntryList &entries, quint32 userid)
     return text.toUtf8();
 }
 
-QByteArray exportOf(const VelDoc &doc, const QUrl &url)
+QByteArray exportOf(const VelDoc &doc, const QUrl &url, QStringList &leftOut)
 {
     VelEntryList entries = doc.getEntries(QDate(), 0, false, QDate());
     std::erase_if(entries, [](const VelEntryRef &ref) { return ref.getOriginal()->isDeleted(); });
-    if (url.fileName().endsWith(QLatin1String(".ics"), Qt::CaseInsensitive))
-        return VelICalendar::write(entries, doc.getUserId(), doc.today());
+    if (hasSuffix(url, ICalendarSuffix))
+        return VelICalendar::write(entries, doc.getUserId(), doc.today(), &leftOut);
     return asVCalendar(entries, doc.getUserId());
+}
+
+bool writeCalendar(const VelDoc &doc, const QUrl &url)
+{
+    if (url.isLocalFile())
+        return doc.writeCopy(url.toLocalFile());
+    const QTemporaryDir folder;
+    const QString copy = folder.filePath(QStringLiteral("copy"));
+    return folder.isValid() && doc.writeCopy(copy) && velUpload(copy, url);
 }
 } // namespace
 
@@ -72,37 +66,43 @@ bool isCalendarFile(const QUrl &url)
     return isOneOf(QLatin1String("text/x-vcalendar")) || isOneOf(QLatin1String("text/calendar"));
 }
 
-bool read(const QString &path, Content &content)
+bool read(const QString &path, VelForeignContent &content)
 {
-    QFile file(path);
-    // Pipes and devices may never begin, or never end.
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+    VelExchangeReader reader(path);
+    if (!reader.isOpen())
         return false;
-    const QByteArray bytes = file.read(LargestFile + 1);
-    if (file.error() != QFileDevice::NoError)
-        return false;
-    content = {};
-    if (bytes.size() > LargestFile) {
-        content.isReadable = false;
-    } else if (isXml(bytes)) {
-        readXml(path, content);
-    } else if (VelICalendar::isICalendar(bytes)) {
-        auto result = VelICalendar::read(bytes);
-        content = {std::move(result.entries), result.leftOut, result.simplified, result.isCalendar};
-    } else {
-        auto result = VelVCalendar::readAll(bytes);
-        content = {std::move(result.entries), result.leftOut, result.simplified, true};
-    }
+    while (reader.readSome()) { }
+    content = reader.takeContent();
     return true;
 }
 
-bool write(const VelDoc &doc, const QUrl &url)
+QUrl withSuffix(const QUrl &url, const QString &pattern)
 {
-    const QByteArray bytes = exportOf(doc, url);
+    QLatin1String suffix = VCalendarSuffix;
+    for (const QLatin1String known : {VCalendarSuffix, ICalendarSuffix, CalendarSuffix}) {
+        if (hasSuffix(url, known))
+            return url;
+        if (pattern == QLatin1Char('*') + known)
+            suffix = known;
+    }
+    QUrl result = url;
+    VelUrl::setSuffix(result, suffix);
+    return result;
+}
+
+Written write(const VelDoc &doc, const QUrl &url)
+{
+    if (hasSuffix(url, CalendarSuffix))
+        return {writeCalendar(doc, url), {}};
+    Written written;
+    const QByteArray bytes = exportOf(doc, url, written.leftOut);
     const auto writeBytes = [&bytes](QIODevice &device) { return device.write(bytes) == bytes.size(); };
-    if (url.isLocalFile())
-        return VelCalendarFile::write(url.toLocalFile(), writeBytes);
+    if (url.isLocalFile()) {
+        written.isWritten = VelCalendarFile::write(url.toLocalFile(), writeBytes);
+        return written;
+    }
     QTemporaryFile copy;
-    return copy.open() && writeBytes(copy) && copy.flush() && velUpload(copy.fileName(), url);
+    written.isWritten = copy.open() && writeBytes(copy) && copy.flush() && velUpload(copy.fileName(), url);
+    return written;
 }
 } // namespace VelExchange

@@ -3,38 +3,41 @@
 
 #pragma once
 
-#include "model/velentry.h"
+#include "formats/velforeigncontent.h"
 
 #include <QString>
+#include <QStringList>
 #include <QUrl>
-
-#include <memory>
-#include <vector>
 
 class VelDoc;
 
 /** Files that other programs read and write too. */
 namespace VelExchange
 {
-struct Content {
-    std::vector<std::unique_ptr<VelEntry>> entries; ///< without ids
-    int leftOut = 0; ///< entries that could not be read
-    int simplified = 0; ///< entries whose repetition could not be kept as it was
-    bool isReadable = true; ///< false when nothing could be made of the file as a whole
-};
-
 /** True when the desktop takes the file, by its name or content, for a vCalendar or iCalendar file. */
 [[nodiscard]] bool isCalendarFile(const QUrl &url);
 
 /**
  * Reads the local file @p path, whose content tells what it is: vCalendar, iCalendar or a calendar file.
- * False when it cannot be opened; a file that holds nothing of that kind has no entries.
+ * False when it cannot be opened; a file that holds nothing of that kind has no entries. VelExchangeReader does the same
+ * piece by piece.
  */
-[[nodiscard]] bool read(const QString &path, Content &content);
+[[nodiscard]] bool read(const QString &path, VelForeignContent &content);
 
 /**
- * Writes all entries to @p url, as iCalendar when it ends in ".ics", else as vCalendar. False when that
- * failed.
+ * @p url with one of the suffixes by which write() goes: its own, else that of the @p pattern that the user chose, such as
+ * "*.ics", else ".vcs".
  */
-[[nodiscard]] bool write(const VelDoc &doc, const QUrl &url);
+[[nodiscard]] QUrl withSuffix(const QUrl &url, const QString &pattern);
+
+struct Written {
+    bool isWritten = false;
+    QStringList leftOut; ///< titles of entries that the format cannot carry
+};
+
+/**
+ * Writes all entries to @p url: as iCalendar when it ends in ".ics", as a copy of the calendar when it ends in ".xml", else
+ * as vCalendar.
+ */
+[[nodiscard]] Written write(const VelDoc &doc, const QUrl &url);
 } // namespace VelExchange

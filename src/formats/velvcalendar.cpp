@@ -9,24 +9,9 @@
 #include "model/compat.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace
 {
-bool isHexDigit(QChar c)
-{
-    return c.unicode() < 0x80 && std::isxdigit(c.unicode()) != 0;
-}
-
-/** True when a reader of quoted-printable would not take the "=" at @p index as it stands. */
-bool needsEncoding(const QString &text, VelSize index)
-{
-    const VelSize rest = text.size() - index - 1;
-    if (rest == 0 || text.at(index + 1) == QLatin1Char('\n') || text.at(index + 1) == QLatin1Char('\r'))
-        return true;
-    return rest >= 2 && isHexDigit(text.at(index + 1)) && isHexDigit(text.at(index + 2));
-}
-
 /** A text that fits on one line. */
 QString oneLine(QString text)
 {
@@ -143,6 +128,20 @@ void EntryWriter::writeAttendee(const VelAccount &account)
         + oneLine(account.name) + QLatin1String(" <") + oneLine(account.email) + QLatin1String(">\n");
 }
 
+/** True when no line of Latin-1 could be taken for another text in UTF-8. */
+bool isToldFromUtf8(const QByteArray &bytes)
+{
+    std::string_view rest(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    while (!rest.empty()) {
+        const std::string_view line = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+        const bool isAscii = std::all_of(line.begin(), line.end(), [](char c) { return (c & 0x80) == 0; });
+        if (!isAscii && VelVCalendarLine::isUtf8(line))
+            return false;
+    }
+    return true;
+}
+
 /** The decimal number at fixed places, or -1. */
 int numberAt(std::string_view text, std::size_t position, std::size_t width)
 {
@@ -191,29 +190,19 @@ VelDateTime fromISO8601(std::string_view text, const QTimeZone &zone)
 
 QString encode(const QString &text)
 {
-    QString result;
-    result.reserve(text.size() + text.size() / 8);
-    for (VelSize i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        if (c == QLatin1Char('\n'))
-            result += QLatin1String("=0A=\n");
-        else if (c == QLatin1Char('\r'))
-            result += QLatin1String("=0D");
-        else if (c == QLatin1Char('=') && needsEncoding(text, i))
-            result += QLatin1String("=3D");
-        else
-            result += c;
-    }
-    return result;
+    return QString(text).replace(QLatin1Char('\n'), QLatin1String("=0A=\n"));
 }
 
 QString decode(const QString &text)
 {
-    const QByteArray bytes = text.toUtf8();
-    VelVCalendarLine line;
-    line.parameters = "QUOTED-PRINTABLE";
-    line.value = {bytes.constData(), static_cast<std::size_t>(bytes.size())};
-    return line.text();
+    return QString(text).replace(QLatin1String("=0A=\n"), QLatin1String("\n"));
+}
+
+QByteArray toBytes(const QString &text)
+{
+    const bool isLatin1 = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x100; });
+    const QByteArray bytes = isLatin1 ? text.toLatin1() : QByteArray();
+    return isLatin1 && isToldFromUtf8(bytes) ? bytes : text.toUtf8();
 }
 
 QString vCalendarHead()
@@ -234,19 +223,19 @@ QString asvCalendar(const VelEntry &entry, quint32 userid, bool withFrame)
     return withFrame ? vCalendarHead() + lines + vCalendarTail() : lines;
 }
 
-Result readAll(const QByteArray &bytes, const QTimeZone &zone)
+VelForeignContent readAll(const QByteArray &bytes, const QTimeZone &zone)
 {
     VelVCalendarReader reader(bytes, zone);
-    Result result;
-    while (std::unique_ptr<VelEntry> entry = reader.fromvCalendar())
-        result.entries.push_back(std::move(entry));
-    result.leftOut = reader.leftOut();
-    result.simplified = reader.simplified();
-    return result;
+    while (reader.readSome(static_cast<std::size_t>(bytes.size()))) { }
+    return reader.takeContent();
 }
 
 std::unique_ptr<VelEntry> fromvCalendar(const QByteArray &bytes, const QTimeZone &zone)
 {
-    return VelVCalendarReader(bytes, zone).fromvCalendar();
+    constexpr std::size_t pieceSize = 4096;
+    VelVCalendarReader reader(bytes, zone);
+    while (reader.content().entries.empty() && reader.readSome(pieceSize)) { }
+    VelForeignContent content = reader.takeContent();
+    return content.entries.empty() ? nullptr : std::move(content.entries.front());
 }
 } // namespace VelVCalendar

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "model/velentry.h"
+#include "formats/velforeigncontent.h"
 
 #include <QByteArray>
 #include <QString>
@@ -11,7 +11,6 @@
 
 #include <memory>
 #include <string_view>
-#include <vector>
 
 /**
  * Entries as vCalendar 1.0 text, for other calendar programs: clipboard, drag and drop, and "*.vcs" files.
@@ -42,14 +41,16 @@ namespace VelVCalendar
  */
 [[nodiscard]] VelDateTime fromISO8601(std::string_view text, const QTimeZone &zone);
 
-/**
- * Each line feed becomes "=0A=" and a line feed. Beyond that only what decode() would otherwise not give
- * back: a carriage return becomes "=0D", and "=" becomes "=3D" before two hexadecimal digits and at the end
- * of a line.
- */
+/** Each line feed becomes "=0A=" and a line feed; nothing else is encoded. */
 [[nodiscard]] QString encode(const QString &text);
-/** Inverts encode(), and takes any other quoted-printable text of UTF-8 bytes. */
+/** Inverts encode(). */
 [[nodiscard]] QString decode(const QString &text);
+
+/**
+ * The text in Latin-1, as other programs take these texts from drags and the clipboard; in UTF-8 where Latin-1 lacks a
+ * character, or where readers could not tell it from UTF-8.
+ */
+[[nodiscard]] QByteArray toBytes(const QString &text);
 
 /** The lines before and after the entries of one text. */
 [[nodiscard]] QString vCalendarHead();
@@ -58,19 +59,14 @@ namespace VelVCalendar
 /**
  * The entry's lines, within a head and a tail of their own if @p withFrame; empty for what is neither event
  * nor to-do.
- * @p userid is the calendar's user: the owner of an entry that names none. The text goes out as UTF-8, which
- * readAll() recognises.
+ * @p userid is the calendar's user: the owner of an entry that names none. The text goes out as UTF-8, or as toBytes()
+ * gives it; readAll() recognises both.
  */
 [[nodiscard]] QString asvCalendar(const VelEntry &entry, quint32 userid, bool withFrame);
 
-struct Result {
-    std::vector<std::unique_ptr<VelEntry>> entries;
-    int simplified = 0; ///< of the entries: repeat otherwise than in the text, or not at all
-    int leftOut = 0; ///< entries that were begun but are incomplete or have no date
-};
-
 /** All entries of a text, in its order. UTC times become the wall clock of @p zone. */
-[[nodiscard]] Result readAll(const QByteArray &bytes, const QTimeZone &zone = QTimeZone::systemTimeZone());
+[[nodiscard]] VelForeignContent readAll(const QByteArray &bytes,
+                                        const QTimeZone &zone = QTimeZone::systemTimeZone());
 
 /** The first entry of a text, or null. */
 [[nodiscard]] std::unique_ptr<VelEntry> fromvCalendar(const QByteArray &bytes,

@@ -4,6 +4,7 @@
 #include "formats/velvcalendarline.h"
 
 #include "formats/vellatin.h"
+#include "formats/velvcalendar.h"
 #include "model/compat.h"
 
 #include <QByteArray>
@@ -39,12 +40,21 @@ QString fromUtf8(std::string_view bytes)
     return bytes.substr(0, 3) == "\xEF\xBB\xBF" ? QChar(ByteOrderMark) + text : text;
 }
 
-QString guessed(std::string_view bytes)
+/** Null when the bytes are no UTF-8. */
+QString fromValidUtf8(std::string_view bytes)
 {
     const QString text = fromUtf8(bytes);
     const bool isUtf8 = !text.contains(QChar::ReplacementCharacter)
         || text.toUtf8() == QByteArray::fromRawData(bytes.data(), static_cast<VelSize>(bytes.size()));
-    return isUtf8 ? text : VelLatin::fromLatin9(bytes.data(), static_cast<VelSize>(bytes.size()));
+    if (!isUtf8)
+        return {};
+    return text.isNull() ? QStringLiteral("") : text;
+}
+
+QString guessed(std::string_view bytes)
+{
+    const QString text = fromValidUtf8(bytes);
+    return text.isNull() ? VelLatin::fromLatin9(bytes.data(), static_cast<VelSize>(bytes.size())) : text;
 }
 
 QString decodeCharset(std::string_view bytes, std::string_view charset)
@@ -136,8 +146,23 @@ bool VelVCalendarLine::hasEncoding(std::string_view wanted) const
     return false;
 }
 
+bool VelVCalendarLine::isUtf8(std::string_view bytes)
+{
+    return !fromValidUtf8(bytes).isNull();
+}
+
+QString VelVCalendarLine::ownText() const
+{
+    QString text = fromValidUtf8(value);
+    if (text.isNull())
+        text = QString::fromLatin1(value.data(), static_cast<VelSize>(value.size()));
+    return isQuotedPrintable() ? VelVCalendar::decode(text) : text;
+}
+
 QString VelVCalendarLine::text() const
 {
+    if (isOwn)
+        return ownText();
     if (isBase64()) {
         const QByteArray bytes =
             QByteArray::fromBase64(QByteArray::fromRawData(value.data(), static_cast<VelSize>(value.size())));

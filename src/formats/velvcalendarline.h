@@ -27,11 +27,15 @@ struct VelVCalendarLine {
     [[nodiscard]] bool isQuotedPrintable() const { return hasEncoding("QUOTED-PRINTABLE"); }
     [[nodiscard]] bool isBase64() const { return hasEncoding("BASE64") || hasEncoding("B"); }
 
-    /** The decoded value as text. Without a known character set: UTF-8 when it is valid, else ISO-8859-15. */
+    /**
+     * The decoded value as text. Without a known character set: UTF-8 when it is valid, else ISO-8859-15, or Latin-1 where
+     * this system has written it.
+     */
     [[nodiscard]] QString text() const;
 
     /** Compares two ASCII texts, whatever the case of @p text; @p capitals is in capitals. */
     [[nodiscard]] static bool equals(std::string_view text, std::string_view capitals);
+    [[nodiscard]] static bool isUtf8(std::string_view bytes);
     /** @p text without blanks at its ends. */
     [[nodiscard]] static std::string_view trimmed(std::string_view text);
 
@@ -42,6 +46,10 @@ struct VelVCalendarLine {
     std::string_view name;
     std::string_view parameters;
     std::string_view value;
+    bool isOwn = false; ///< this system has written it: nothing is encoded but line feeds
     bool hasBackslashes = false; ///< the value's special characters are escaped in the way of iCalendar
     bool isTooLong = false; ///< the value was not kept
+
+private:
+    [[nodiscard]] QString ownText() const;
 };

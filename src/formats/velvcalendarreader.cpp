@@ -3,6 +3,7 @@
 
 #include "formats/velvcalendarreader.h"
 
+#include "formats/velseries.h"
 #include "formats/velvcalendar.h"
 #include "formats/velvcalendarrule.h"
 #include "model/compat.h"
@@ -16,6 +17,8 @@
 namespace
 {
 constexpr qint64 SecondsPerDay = 24 * 60 * 60;
+/** More cancelled days of a series than this only make it one that differs. */
+constexpr int MaximumExceptions = 10000;
 
 int componentType(std::string_view name)
 {
@@ -123,21 +126,28 @@ VelVCalendarReader::VelVCalendarReader(const QByteArray &bytes, const QTimeZone 
 {
 }
 
-std::unique_ptr<VelEntry> VelVCalendarReader::fromvCalendar()
+bool VelVCalendarReader::readSome(std::size_t size)
 {
+    const std::size_t limit = m_source.position() + size;
     VelVCalendarLine line;
-    while (m_source.next(line)) {
-        if (line.is("BEGIN"))
-            begin(line);
-        else if (line.is("END")) {
-            if (std::unique_ptr<VelEntry> entry = end(line))
-                return entry;
-        } else if (m_draft && m_depth == 0) {
-            readProperty(line);
+    while (m_source.position() < limit) {
+        if (!m_source.next(line)) {
+            abandon();
+            return false;
         }
+        readLine(line);
     }
-    abandon();
-    return {};
+    return true;
+}
+
+void VelVCalendarReader::readLine(const VelVCalendarLine &line)
+{
+    if (line.is("BEGIN"))
+        begin(line);
+    else if (line.is("END"))
+        end(line);
+    else if (m_draft && m_depth == 0)
+        readProperty(line);
 }
 
 void VelVCalendarReader::begin(const VelVCalendarLine &line)
@@ -152,22 +162,21 @@ void VelVCalendarReader::begin(const VelVCalendarLine &line)
     m_draft->entry.type = type;
 }
 
-std::unique_ptr<VelEntry> VelVCalendarReader::end(const VelVCalendarLine &line)
+void VelVCalendarReader::end(const VelVCalendarLine &line)
 {
     const std::string_view component = VelVCalendarLine::trimmed(line.value);
     const int type = componentType(component);
     if (m_draft && type == m_draft->entry.type)
-        return finished();
-    if (type != VelEntry::NoType || VelVCalendarLine::equals(component, "VCALENDAR"))
+        finish();
+    else if (type != VelEntry::NoType || VelVCalendarLine::equals(component, "VCALENDAR"))
         abandon();
     else if (m_depth > 0)
         --m_depth;
-    return {};
 }
 
 void VelVCalendarReader::abandon()
 {
-    m_leftOut += m_draft ? 1 : 0;
+    m_content.leftOut += m_draft ? 1 : 0;
     m_draft.reset();
     m_depth = 0;
 }
@@ -185,7 +194,7 @@ void VelVCalendarReader::readProperty(const VelVCalendarLine &line)
 VelVCalendarReader::PropertyReader VelVCalendarReader::readerOf(const VelVCalendarLine &line)
 {
     using Reader = VelVCalendarReader;
-    static constexpr std::array<std::pair<std::string_view, PropertyReader>, 16> readers{
+    static constexpr std::array<std::pair<std::string_view, PropertyReader>, 17> readers{
         {{"DTSTART", &Reader::readStart},
          {"DTEND", &Reader::readEnd},
          {"DUE", &Reader::readDue},
@@ -201,6 +210,7 @@ VelVCalendarReader::PropertyReader VelVCalendarReader::readerOf(const VelVCalend
          {"AALARM", &Reader::readAlarm},
          {"ATTENDEE", &Reader::readAttendee},
          {"EXDATE", &Reader::readException},
+         {"RDATE", &Reader::readAddition},
          {"RRULE", &Reader::readRule}}};
     if (line.name.empty())
         return looksLikeRule(line.value) ? &Reader::readRule : nullptr;
@@ -284,8 +294,26 @@ void VelVCalendarReader::readAttendee(const VelVCalendarLine &line)
 /** The first of several rules: an entry has one. */
 void VelVCalendarReader::readRule(const VelVCalendarLine &line)
 {
-    if (m_draft->rule.empty())
-        m_draft->rule = VelVCalendarLine::trimmed(line.value);
+    if (!m_draft->rule.empty()) {
+        m_draft->isSimplified = true;
+        return;
+    }
+    m_draft->rule = VelVCalendarLine::trimmed(line.value);
+    // Nobody else leaves its name out.
+    m_draft->isOwnRule = line.isOwn || line.name.empty();
+}
+
+/** One day or several, with semicolons between them. */
+void VelVCalendarReader::readException(const VelVCalendarLine &line)
+{
+    VelVCalendarLine one = line;
+    std::string_view rest = line.value;
+    while (!rest.empty() && m_draft->exceptions.size() < MaximumExceptions) {
+        one.value = rest.substr(0, rest.find_first_of(";,"));
+        rest.remove_prefix(std::min(one.value.size() + 1, rest.size()));
+        m_draft->exceptions.append(toMoment(one).time.date());
+    }
+    m_draft->isSimplified = m_draft->isSimplified || !rest.empty();
 }
 
 VelVCalendarReader::Moment VelVCalendarReader::toMoment(const VelVCalendarLine &line) const
@@ -305,16 +333,13 @@ VelVCalendarReader::Moment VelVCalendarReader::toMoment(const VelVCalendarLine &
     return {VelDateTime::fromQDateTime(QDateTime(time.date(), time.time(), named).toTimeZone(m_zone)), false};
 }
 
-std::unique_ptr<VelEntry> VelVCalendarReader::finished()
+void VelVCalendarReader::finish()
 {
-    if (m_draft->isBroken) {
+    if (!m_draft->isBroken)
+        setTimes();
+    if (m_draft->isBroken || !m_draft->start.time.isValid()) {
         abandon();
-        return {};
-    }
-    setTimes();
-    if (!m_draft->start.time.isValid()) {
-        abandon();
-        return {};
+        return;
     }
     auto entry = std::make_unique<VelEntry>(std::move(m_draft->entry));
     const VelDateTime start = m_draft->start.time;
@@ -322,20 +347,37 @@ std::unique_ptr<VelEntry> VelVCalendarReader::finished()
     entry->dirty = 1;
     if (m_draft->alarm.isValid())
         entry->reminder = leadTime(start, m_draft->alarm);
-    setRule(*entry);
+    const QVector<QDate> days = setRule(*entry);
+    if (m_draft->isSimplified)
+        m_content.simplified.append(entry->getTitle());
+    m_content.add(std::move(entry), days);
     m_draft.reset();
     m_depth = 0;
-    return entry;
 }
 
-void VelVCalendarReader::setRule(VelEntry &entry)
+/** Returns the days of the series that are to be entries of their own. */
+QVector<QDate> VelVCalendarReader::setRule(VelEntry &entry)
 {
     if (m_draft->rule.empty())
-        return;
-    const auto rule = VelVCalendarRule::fromText(m_draft->rule, entry.getStart().date(), m_zone);
-    entry.rule = rule.value_or(VelRecurrenceRule());
-    if (!rule || m_draft->hasExceptions)
-        ++m_simplified;
+        return {};
+    const QDate start = entry.getStart().date();
+    const auto reading = VelVCalendarRule::fromText(m_draft->rule, start, m_zone);
+    if (!reading) {
+        m_draft->isSimplified = true;
+        return {};
+    }
+    VelSeries::Adopted adopted{reading->rule, {}};
+    if (!m_draft->isOwnRule) {
+        adopted = VelSeries::adopted(reading->rule, start, VelSeries::Form::Plain);
+        m_draft->isSimplified = m_draft->isSimplified || !reading->isExact;
+    }
+    entry.rule = adopted.rule;
+    QVector<QDate> days = adopted.days;
+    for (const QDate day : m_draft->exceptions) {
+        m_draft->isSimplified = m_draft->isSimplified || !adopted.days.contains(day);
+        days.removeAll(day);
+    }
+    return days;
 }
 
 void VelVCalendarReader::setTimes()

@@ -3,12 +3,12 @@
 
 #pragma once
 
+#include "formats/velforeigncontent.h"
 #include "formats/velvcalendarsource.h"
 #include "model/velentry.h"
 
 #include <QTimeZone>
 
-#include <memory>
 #include <optional>
 
 /**
@@ -18,8 +18,9 @@
  * VelVCalendarRule for recurrence rules, with or without "RRULE:" in front. Properties and components that
  * have no place in an entry are passed over. A date without a time of day makes an entry with dates only; its
  * DTEND is then exclusive (RFC 5545). An alarm counts by its distance from the start, before or behind, at
- * least one minute. A missing end, or one before the start, is the start; a missing start is the end. Broken
- * text costs the entries that it breaks, no others.
+ * least one minute. A missing end, or one before the start, is the start; a missing start is the end. Days of a series
+ * that a rule of ours passes over at its start become entries of their own. Broken text costs the entries that it breaks,
+ * no others.
  */
 class VelVCalendarReader
 {
@@ -27,13 +28,14 @@ public:
     /** UTC times become the wall clock of @p zone. */
     explicit VelVCalendarReader(const QByteArray &bytes, const QTimeZone &zone = QTimeZone::systemTimeZone());
 
-    /** The next entry: new, dirty and without ids. Null when there are no more. */
-    std::unique_ptr<VelEntry> fromvCalendar();
+    /** Reads on for about @p size bytes; false when that was all. */
+    bool readSome(std::size_t size);
 
-    /** How many entries were passed over so far, as they were incomplete or had no date. */
-    [[nodiscard]] int leftOut() const { return m_leftOut; }
-    /** How many entries repeat otherwise than the text says: by a rule, or with exceptions, that ours do not know. */
-    [[nodiscard]] int simplified() const { return m_simplified; }
+    /** How many bytes have been read. */
+    [[nodiscard]] std::size_t position() const { return m_source.position(); }
+    /** What has been read by now: entries new, dirty and without ids, in the order of the text. */
+    [[nodiscard]] const VelForeignContent &content() const { return m_content; }
+    [[nodiscard]] VelForeignContent takeContent() { return std::move(m_content); }
 
 private:
     struct Moment {
@@ -49,16 +51,19 @@ private:
         VelDateTime alarm;
         std::optional<qint64> duration; // seconds
         std::string rule;
+        QVector<QDate> exceptions; // of the series
         QString title;
         QString description;
-        bool hasExceptions = false;
+        bool isOwnRule = false; // means what it means here
+        bool isSimplified = false;
         bool isBroken = false;
     };
     using PropertyReader = void (VelVCalendarReader::*)(const VelVCalendarLine &);
 
     void begin(const VelVCalendarLine &line);
-    std::unique_ptr<VelEntry> end(const VelVCalendarLine &line);
+    void end(const VelVCalendarLine &line);
     void abandon();
+    void readLine(const VelVCalendarLine &line);
     void readProperty(const VelVCalendarLine &line);
     [[nodiscard]] static PropertyReader readerOf(const VelVCalendarLine &line);
 
@@ -76,17 +81,17 @@ private:
     void readAlarm(const VelVCalendarLine &line);
     void readAttendee(const VelVCalendarLine &line);
     void readRule(const VelVCalendarLine &line);
-    void readException(const VelVCalendarLine &) { m_draft->hasExceptions = true; }
-    void setRule(VelEntry &entry);
+    void readException(const VelVCalendarLine &line);
+    void readAddition(const VelVCalendarLine &) { m_draft->isSimplified = true; }
+    QVector<QDate> setRule(VelEntry &entry);
 
     [[nodiscard]] Moment toMoment(const VelVCalendarLine &line) const;
-    std::unique_ptr<VelEntry> finished();
+    void finish();
     void setTimes();
 
     VelVCalendarSource m_source;
     const QTimeZone m_zone;
     std::optional<Draft> m_draft;
     int m_depth = 0; // of unknown components within the entry
-    int m_leftOut = 0;
-    int m_simplified = 0;
+    VelForeignContent m_content;
 };

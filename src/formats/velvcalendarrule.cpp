@@ -109,9 +109,13 @@ public:
     {
     }
 
-    std::optional<VelRecurrenceRule> read(std::string_view text);
+    std::optional<VelVCalendarRule::Reading> read(std::string_view text);
 
 private:
+    [[nodiscard]] bool isByWeekday() const;
+    [[nodiscard]] bool isExact() const;
+    [[nodiscard]] bool isExactMonth() const;
+    [[nodiscard]] bool isExactYear() const;
     bool readKind(std::string_view token);
     void readToken(std::string_view token);
     bool readEnd(std::string_view token);
@@ -124,12 +128,14 @@ private:
     VelRecurrenceRule m_rule;
     std::string_view m_kind;
     QVector<int> m_weekdays; // in the order of the text
+    int m_numbers = 0; // tokens that are neither weekday nor end
+    int m_number = -1; // the last of them, if it is one
     int m_position = 0;
     int m_monthDay = 0;
     bool m_hasEnd = false;
 };
 
-std::optional<VelRecurrenceRule> RuleReader::read(std::string_view text)
+std::optional<VelVCalendarRule::Reading> RuleReader::read(std::string_view text)
 {
     if (!readKind(takeToken(text)))
         return {};
@@ -138,7 +144,45 @@ std::optional<VelRecurrenceRule> RuleReader::read(std::string_view text)
     if (!m_hasEnd)
         m_rule.occurendcount = DefaultCount;
     setDays();
-    return m_rule;
+    return VelVCalendarRule::Reading{m_rule, isExact()};
+}
+
+bool RuleReader::isExact() const
+{
+    switch (m_rule.recurringtype) {
+    case VelRecurrenceRule::Daily:
+        return m_numbers == 0 && m_weekdays.isEmpty();
+    case VelRecurrenceRule::Weekly:
+        return m_numbers == 0;
+    case VelRecurrenceRule::Monthly:
+        return isExactMonth();
+    default:
+        return isExactYear();
+    }
+}
+
+bool RuleReader::isExactMonth() const
+{
+    if (m_numbers > 1)
+        return false;
+    if (!isByWeekday())
+        return m_weekdays.isEmpty() && (m_numbers == 0 || m_monthDay != 0);
+    // Of a fifth weekday, where there is none, ours takes the fourth.
+    return m_weekdays.size() <= 1 && m_position >= -1 && m_position <= 4
+        && (m_numbers == 0 || m_position != 0);
+}
+
+bool RuleReader::isExactYear() const
+{
+    if (!m_weekdays.isEmpty() || m_numbers > 1)
+        return false;
+    return m_numbers == 0 || (m_kind == "YD" && m_number == m_start.dayOfYear())
+        || (m_kind == "YM" && m_number == m_start.month());
+}
+
+bool RuleReader::isByWeekday() const
+{
+    return m_kind == "MP" || (m_kind == "M" && !m_weekdays.isEmpty());
 }
 
 bool RuleReader::readKind(std::string_view token)
@@ -162,7 +206,10 @@ void RuleReader::readToken(std::string_view token)
 {
     if (readEnd(token))
         return;
-    if (const int weekday = toWeekday(token)) {
+    const int weekday = toWeekday(token);
+    m_numbers += weekday == 0 ? 1 : 0;
+    m_number = weekday == 0 ? toNumber(token) : m_number;
+    if (weekday != 0) {
         if (!m_weekdays.contains(weekday))
             m_weekdays.append(weekday);
     } else if (m_position == 0 && m_weekdays.isEmpty()) {
@@ -218,8 +265,7 @@ void RuleReader::setDays()
 
 void RuleReader::setMonthDays()
 {
-    const bool byWeekday = m_kind == "MP" || (m_kind == "M" && !m_weekdays.isEmpty());
-    if (!byWeekday) {
+    if (!isByWeekday()) {
         m_rule.occurdays = {m_monthDay != 0 ? m_monthDay : m_start.day()};
         return;
     }
@@ -236,7 +282,7 @@ QString toText(const VelRecurrenceRule &rule, QDate start)
     return basic.isEmpty() ? basic : basic + endText(rule);
 }
 
-std::optional<VelRecurrenceRule> fromText(std::string_view text, QDate start, const QTimeZone &zone)
+std::optional<Reading> fromText(std::string_view text, QDate start, const QTimeZone &zone)
 {
     return RuleReader(start, zone).read(text);
 }

@@ -20,6 +20,11 @@ namespace VelVCalendarRule
  */
 [[nodiscard]] QString toText(const VelRecurrenceRule &rule, QDate start);
 
+struct Reading {
+    VelRecurrenceRule rule;
+    bool isExact = true; ///< false when the text says more than the rule
+};
+
 /**
  * The rule that @p text describes; none when it is no rule, or one with an interval of 0.
  *
@@ -29,6 +34,5 @@ namespace VelVCalendarRule
  * A text without an end has two instances, as vCalendar 1.0 lays down. UTC ends become the wall clock of @p
  * zone.
  */
-[[nodiscard]] std::optional<VelRecurrenceRule> fromText(std::string_view text, QDate start,
-                                                        const QTimeZone &zone);
+[[nodiscard]] std::optional<Reading> fromText(std::string_view text, QDate start, const QTimeZone &zone);
 } // namespace VelVCalendarRule

@@ -17,6 +17,9 @@
  * version 2.0 without that blank (RFC 5545), else with it (RFC 822). Quoted-printable values go on after a
  * line that ends in "=". Takes time in proportion to the text, and no more memory than the longest property,
  * MaximumLength at most.
+ *
+ * What this system's own PRODID heads is read as it is written: no line is folded, nothing is encoded but the line feeds
+ * of a description, which are "=0A=" before the end of a line.
  */
 class VelVCalendarSource
 {
@@ -28,6 +31,9 @@ public:
 
     /** The next property, valid until the next call; false at the end. */
     bool next(VelVCalendarLine &line);
+
+    /** How many bytes have been taken. */
+    [[nodiscard]] std::size_t position() const;
 
 private:
     struct Colon {
@@ -41,9 +47,13 @@ private:
 
     [[nodiscard]] std::string_view peekLine() const;
     std::string_view takeLine();
+    [[nodiscard]] std::string_view afterLine(std::string_view line) const;
     [[nodiscard]] bool isContinued(std::string_view next) const;
+    [[nodiscard]] bool isOwnContinued(std::string_view next) const;
     void append(std::string_view text);
+    void appendTail(std::string_view text);
     void examineHead();
+    void examineFrame(const VelVCalendarLine &line);
 
     const QByteArray m_bytes;
     std::string_view m_rest;
@@ -54,4 +64,7 @@ private:
     bool m_base64 = false;
     bool m_tooLong = false;
     bool m_version2 = false;
+    bool m_own = false; // written by this system
+    bool m_endsInReturn = false; // the line that was taken last
+    bool m_ownReturns = false; // somebody has put a carriage return before each line feed of ours
 };

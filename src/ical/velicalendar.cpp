@@ -5,15 +5,13 @@
 
 #include "formats/velvcalendarsource.h"
 #include "ical/velicalendarextras.h"
-#include "ical/velicalendarfilter.h"
 #include "ical/velicalendarincidence.h"
+#include "ical/velicalendarreader.h"
 #include "ical/velicalendarrule.h"
 #include "model/compat.h"
 
 #include <KCalendarCore/ICalFormat>
-#include <KCalendarCore/MemoryCalendar>
 
-#include <QHash>
 #include <QSet>
 #include <QUuid>
 
@@ -24,11 +22,6 @@ using namespace KCalendarCore;
 
 namespace
 {
-/** The days of each series that have an incidence of their own, by the id that they share. */
-using ReplacedDays = QHash<QString, QVector<QDate>>;
-
-// --- writing
-
 /** What a reader gets who takes the time to be one of the system's zone, where daylight saving may leave it out. */
 VelDateTime asReadBack(const VelDateTime &time)
 {
@@ -96,6 +89,9 @@ QString uidFor(const VelEntry &entry, quint32 userid, QSet<QString> &used)
     }
 }
 
+/** How the toolkit writes a time that it cannot say: those after the year 3000 are among them. */
+constexpr const char *NoDate = "00000000";
+
 /** Incidences here have the wall clock marked as UTC. Without the mark it is what RFC 5545 calls a floating time. */
 QByteArray withFloatingTimes(const QByteArray &text)
 {
@@ -115,10 +111,24 @@ QByteArray withFloatingTimes(const QByteArray &text)
             line.chop(1);
         if (line.startsWith("RRULE:"))
             line.replace("Z;", ";");
-        if (!line.isEmpty())
+        // When it was done matters less than that it was.
+        const bool isUndated = line.startsWith("COMPLETED:") && line.contains(NoDate);
+        if (!line.isEmpty() && !isUndated)
             result += line + "\r\n";
     }
     return result;
+}
+
+bool saysItsDates(const QByteArray &lines)
+{
+    static const QList<QByteArray> properties{"DTSTART", "DTEND", "DUE", "EXDATE", "RDATE"};
+    const QList<QByteArray> all = lines.split('\n');
+    return std::none_of(all.begin(), all.end(), [](const QByteArray &line) {
+        const auto nameEnd =
+            std::find_if(line.begin(), line.end(), [](char c) { return c == ':' || c == ';'; });
+        return properties.contains(line.left(static_cast<VelSize>(nameEnd - line.begin())))
+            && line.contains(NoDate);
+    });
 }
 
 Incidence::Ptr written(const VelEntry &entry, quint32 userid, QDate today)
@@ -130,140 +140,40 @@ Incidence::Ptr written(const VelEntry &entry, quint32 userid, QDate today)
     VelICalendarExtras::write(entry, readBack(*incidence, entry), *incidence);
     return incidence;
 }
-
-// --- reading
-
-ReplacedDays replacedDays(const Incidence::List &incidences, const QTimeZone &zone)
-{
-    ReplacedDays days;
-    for (const Incidence::Ptr &incidence : incidences) {
-        if (incidence->hasRecurrenceId())
-            days[incidence->uid()].append(
-                VelICalendarIncidence::toWallClock(incidence->recurrenceId(), zone).date());
-    }
-    return days;
-}
-
-/** Of a text that was cut off, what is whole: the parser takes all or nothing. */
-QByteArray withoutOpenEnd(const QByteArray &text)
-{
-    const QByteArray event = "\nEND:VEVENT";
-    const QByteArray todo = "\nEND:VTODO";
-    const auto end = std::max(text.lastIndexOf(event), text.lastIndexOf(todo));
-    if (end < 0)
-        return {};
-    return text.left(end) + (text.mid(end).startsWith(event) ? event : todo) + "\nEND:VCALENDAR\n";
-}
-
-class IncidenceReader
-{
-public:
-    IncidenceReader(const ReplacedDays &replaced, const QTimeZone &zone, VelICalendar::Result &result)
-        : m_replaced(replaced)
-        , m_zone(zone)
-        , m_result(result)
-    {
-    }
-
-    void read(const Incidence &incidence);
-
-private:
-    bool readRule(const Incidence &incidence, VelEntry &entry) const;
-
-    const ReplacedDays &m_replaced;
-    const QTimeZone &m_zone;
-    VelICalendar::Result &m_result;
-};
-
-void completeTimes(VelEntry &entry)
-{
-    if (!entry.getStart().isValid())
-        entry.setStart(entry.notime ? entry.getEnd().withTime(QTime(0, 0)) : entry.getEnd());
-    if (!entry.getEnd().isValid() && entry.notime)
-        entry.setEnd(entry.getStart().withTime(QTime(23, 59)));
-    if (!entry.getEnd().isValid() || entry.getEnd() < entry.getStart())
-        entry.setEnd(entry.getStart());
-}
-
-void IncidenceReader::read(const Incidence &incidence)
-{
-    const bool isWanted =
-        incidence.type() == IncidenceBase::TypeEvent || incidence.type() == IncidenceBase::TypeTodo;
-    if (!isWanted || incidence.status() == Incidence::StatusCanceled) {
-        ++m_result.leftOut;
-        return;
-    }
-    auto entry = std::make_unique<VelEntry>(VelICalendarIncidence::toEntry(incidence, m_zone));
-    VelICalendarExtras::readFields(incidence, *entry);
-    completeTimes(*entry);
-    if (!entry->isValid()) {
-        ++m_result.leftOut;
-        return;
-    }
-    m_result.simplified += readRule(incidence, *entry) ? 0 : 1;
-    entry->dirty = 1;
-    m_result.entries.push_back(std::move(entry));
-}
-
-/** False when the entry repeats otherwise than the incidence. */
-bool IncidenceReader::readRule(const Incidence &incidence, VelEntry &entry) const
-{
-    if (incidence.hasRecurrenceId())
-        return true;
-    const QDate written = incidence.dtStart().date();
-    const auto shift = written.isValid() ? written.daysTo(entry.getStart().date()) : 0;
-    const VelICalendarRule::Place place{entry.getStart(), static_cast<int>(shift),
-                                        m_replaced.value(incidence.uid()), m_zone};
-    const VelICalendarRule::Reading reading = VelICalendarRule::read(incidence, place);
-    entry.rule = reading.rule;
-    return VelICalendarExtras::readRule(incidence, entry) || reading.isExact;
-}
 } // namespace
 
 namespace VelICalendar
 {
-QByteArray write(const VelEntryList &entries, quint32 userid, QDate today)
+QByteArray write(const VelEntryList &entries, quint32 userid, QDate today, QStringList *leftOut)
 {
     QByteArray text = "BEGIN:VCALENDAR\r\nPRODID:-//Ulmacor/Delmast Time 1.0//EN\r\nVERSION:2.0\r\n";
     ICalFormat format;
     QSet<QString> uids;
     for (const VelEntryRef &ref : entries) {
         const VelEntry &entry = *ref.getOriginal();
-        if (ref.getNumber() != 0 || !entry.isValid())
+        if (ref.getNumber() != 0)
             continue;
-        const Incidence::Ptr incidence = written(entry, userid, today);
-        if (!incidence)
+        const Incidence::Ptr incidence = entry.isValid() ? written(entry, userid, today) : Incidence::Ptr();
+        if (entry.isValid() && !incidence)
             continue;
-        incidence->setUid(uidFor(entry, userid, uids));
-        text += withFloatingTimes(format.toRawString(incidence));
+        QByteArray lines;
+        if (incidence) {
+            incidence->setUid(uidFor(entry, userid, uids));
+            lines = withFloatingTimes(format.toRawString(incidence));
+        }
+        if (!lines.isEmpty() && saysItsDates(lines))
+            text += lines;
+        else if (leftOut)
+            leftOut->append(entry.getTitle());
     }
     return text + "END:VCALENDAR\r\n";
 }
 
-Result read(const QByteArray &bytes, const QTimeZone &zone)
+VelForeignContent read(const QByteArray &bytes, const QTimeZone &zone)
 {
-    Result result;
-    if (bytes.size() > MaximumSize || !isICalendar(bytes))
-        return result;
-    const QByteArray text = VelICalendarFilter::filtered(bytes);
-    const MemoryCalendar::Ptr calendar(new MemoryCalendar(zone));
-    ICalFormat format;
-    result.isCalendar = format.fromRawString(calendar, text);
-    if (!result.isCalendar) {
-        const QByteArray whole = withoutOpenEnd(text);
-        result.isCalendar = !whole.isEmpty() && format.fromRawString(calendar, whole);
-        result.leftOut = result.isCalendar ? 1 : 0;
-    }
-    Incidence::List incidences = calendar->rawIncidences();
-    std::sort(incidences.begin(), incidences.end(),
-              [](const Incidence::Ptr &a, const Incidence::Ptr &b) { return a->uid() < b->uid(); });
-    const ReplacedDays replaced = replacedDays(incidences, zone);
-    IncidenceReader reader(replaced, zone, result);
-    for (const Incidence::Ptr &incidence : incidences)
-        reader.read(*incidence);
-    std::stable_sort(result.entries.begin(), result.entries.end(),
-                     [](const auto &a, const auto &b) { return a->getStart() < b->getStart(); });
-    return result;
+    VelICalendarReader reader(bytes, zone);
+    while (reader.readSome()) { }
+    return reader.takeContent();
 }
 
 bool isICalendar(const QByteArray &bytes)

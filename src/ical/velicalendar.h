@@ -3,13 +3,12 @@
 
 #pragma once
 
+#include "formats/velforeigncontent.h"
 #include "model/velentrylist.h"
 
 #include <QByteArray>
+#include <QStringList>
 #include <QTimeZone>
-
-#include <memory>
-#include <vector>
 
 /**
  * Entries as iCalendar (RFC 5545), for other calendar programs.
@@ -31,19 +30,18 @@ constexpr int MaximumSize = 64 << 20;
 /**
  * The entries of the list in its order; occurrences belong to their series and are not written, nor are deletion notices
  * and entries without a start and an end. @p userid is the calendar's user: the owner of an entry that names none.
- * @p today limits the few open series that have to be written day by day.
+ * @p today limits the few open series that have to be written day by day. @p leftOut, unless null, gets the titles of
+ * entries with a date that cannot be said there: the toolkit writes none after the year 3000.
  */
-[[nodiscard]] QByteArray write(const VelEntryList &entries, quint32 userid, QDate today);
+[[nodiscard]] QByteArray write(const VelEntryList &entries, quint32 userid, QDate today,
+                               QStringList *leftOut = nullptr);
 
-struct Result {
-    bool isCalendar = false; ///< false when the bytes are no iCalendar at all, or too many
-    std::vector<std::unique_ptr<VelEntry>> entries;
-    int leftOut = 0; ///< without a date, cancelled, or neither event nor to-do
-    int simplified = 0; ///< of the entries: repeat otherwise than in the file, or not at all
-};
-
-/** All entries of a text, by their start. UTC times and those of other zones become the wall clock of @p zone. */
-[[nodiscard]] Result read(const QByteArray &bytes, const QTimeZone &zone = QTimeZone::systemTimeZone());
+/**
+ * All entries of a text, by their start. UTC times and those of other zones become the wall clock of @p zone. Not readable
+ * is what is no iCalendar at all, or too long.
+ */
+[[nodiscard]] VelForeignContent read(const QByteArray &bytes,
+                                     const QTimeZone &zone = QTimeZone::systemTimeZone());
 
 /** True when the text says that it is a calendar of version 2.0; vCalendar text is of version 1.0. */
 [[nodiscard]] bool isICalendar(const QByteArray &bytes);

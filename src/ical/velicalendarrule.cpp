@@ -3,9 +3,9 @@
 
 #include "ical/velicalendarrule.h"
 
+#include "formats/velseries.h"
 #include "formats/velvcalendar.h"
 #include "ical/velicalendarincidence.h"
-#include "ical/velicalendarseries.h"
 
 #include <KCalendarCore/Recurrence>
 
@@ -14,7 +14,7 @@
 
 using KCalendarCore::Recurrence;
 using KCalendarCore::RecurrenceRule;
-using Form = VelICalendarSeries::Form;
+using Form = VelSeries::Form;
 
 namespace
 {
@@ -48,7 +48,7 @@ private:
 
     const VelEntry &m_entry;
     const VelRecurrenceRule &m_rule;
-    const VelICalendarSeries m_series;
+    const VelSeries m_series;
     Recurrence *const m_recurrence;
 };
 
@@ -201,7 +201,7 @@ private:
     std::optional<Candidate> toMonthWeekday(const RecurrenceRule &rule) const;
     std::optional<Candidate> toYearly(const RecurrenceRule &rule) const;
     QVector<int> weekdays(const RecurrenceRule &rule) const;
-    void setEnd(VelRecurrenceRule &ours, const RecurrenceRule &theirs, int skipped) const;
+    void setEnd(VelRecurrenceRule &ours, const RecurrenceRule &theirs) const;
     QDate firstDayAfter(const RecurrenceRule &rule) const;
     bool onlyStartIn(const QVector<QDate> &days) const;
     QVector<QDate> addedDays() const;
@@ -215,32 +215,31 @@ private:
 
 VelICalendarRule::Reading RuleReader::read() const
 {
-    VelICalendarRule::Reading dropped{{}, false};
+    const VelICalendarRule::Reading dropped{{}, {}, false};
     const RecurrenceRule::List rules = m_recurrence.rRules();
     const QVector<QDate> added = addedDays();
     const QVector<QDate> removed = removedDays();
     if (rules.isEmpty() && m_recurrence.exRules().isEmpty())
-        return {{}, onlyStartIn(added)};
+        return {{}, {}, onlyStartIn(added)};
     if (rules.size() != 1 || !m_recurrence.exRules().isEmpty())
         return dropped;
     std::optional<Candidate> candidate = toCandidate(*rules.first());
     if (!candidate)
         return dropped;
 
-    const QVector<QDate> skipped = VelICalendarSeries(candidate->rule, m_start).skipped(candidate->form);
-    setEnd(candidate->rule, *rules.first(), static_cast<int>(skipped.size()));
-    const VelICalendarSeries series(candidate->rule, m_start);
-    const QDate end = candidate->rule.occurenddate;
-    const bool isLost = std::any_of(skipped.begin(), skipped.end(), [&](QDate day) {
-        return !removed.contains(day) && (!end.isValid() || day < end);
-    });
+    setEnd(candidate->rule, *rules.first());
+    VelSeries::Adopted adopted = VelSeries::adopted(candidate->rule, m_start, candidate->form);
+    const VelSeries series(adopted.rule, m_start);
     const bool isCancelled = std::any_of(removed.begin(), removed.end(),
                                          [&](QDate day) { return day == m_start || series.contains(day); });
-    const bool isExtended = std::any_of(added.begin(), added.end(),
-                                        [&](QDate day) { return day != m_start && !series.contains(day); });
+    const bool isExtended = std::any_of(added.begin(), added.end(), [&](QDate day) {
+        return day != m_start && !series.contains(day) && !adopted.days.contains(day);
+    });
     if (isCancelled || isExtended || !series.follows(candidate->form))
         return dropped;
-    return {series.count() > 0 ? candidate->rule : VelRecurrenceRule(), !isLost};
+    for (const QDate day : removed)
+        adopted.days.removeAll(day);
+    return {series.count() > 0 ? adopted.rule : VelRecurrenceRule(), adopted.days, true};
 }
 
 std::optional<Candidate> RuleReader::toCandidate(const RecurrenceRule &rule) const
@@ -383,11 +382,10 @@ std::optional<Candidate> RuleReader::toYearly(const RecurrenceRule &rule) const
     return candidate;
 }
 
-/** Days that only they have take their part of a count. */
-void RuleReader::setEnd(VelRecurrenceRule &ours, const RecurrenceRule &theirs, int skipped) const
+void RuleReader::setEnd(VelRecurrenceRule &ours, const RecurrenceRule &theirs) const
 {
     if (theirs.duration() > 0)
-        ours.occurendcount = std::max(1, theirs.duration() - skipped);
+        ours.occurendcount = theirs.duration();
     else if (theirs.duration() == 0)
         ours.occurenddate = firstDayAfter(theirs);
 }

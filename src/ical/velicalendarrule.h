@@ -26,6 +26,7 @@ void write(const VelEntry &entry, QDate today, KCalendarCore::Incidence &inciden
 
 struct Reading {
     VelRecurrenceRule rule;
+    QVector<QDate> days; ///< of the series, that the rule passes over
     bool isExact = true; ///< false when the series has other days than the file says
 };
 
@@ -38,8 +39,8 @@ struct Place {
 };
 
 /**
- * The rule of an incidence. A rule that passes over days at the start of its series only is kept and called not exact.
- * One that would have wrong days later on (cancelled days, several days of a month, days that short months lack, hours)
+ * The rule of an incidence. A rule that passes over days at the start of its series only is kept; the days are told. One
+ * that would have wrong days later on (cancelled days, several days of a month, days that short months lack, hours)
  * is dropped: what is left is its first day.
  */
 [[nodiscard]] Reading read(const KCalendarCore::Incidence &incidence, const Place &place);

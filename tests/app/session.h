@@ -29,8 +29,13 @@ class FakeFiles : public VelFileChooser
 {
 public:
     QUrl getOpenUrl(const QString &, const QString &) override { return choose(); }
-    QUrl getSaveUrl(const QString &, const QString &, QString *) override { return choose(); }
+    QUrl getSaveUrl(const QString &, const QString &, const QUrl &proposal, QString *) override
+    {
+        proposed = proposal;
+        return choose();
+    }
     QUrl choice;
+    QUrl proposed; // by the program
     std::function<void()> whileChoosing;
 
 private:
@@ -41,6 +46,20 @@ private:
             wait();
         return chosen;
     }
+};
+
+/** Asks the test at each piece whether it wants more. */
+class FakeProgress : public VelProgress
+{
+public:
+    explicit FakeProgress(const std::function<bool()> &wanted)
+        : m_wanted(wanted)
+    {
+    }
+    bool show(int) override { return !m_wanted || m_wanted(); }
+
+private:
+    const std::function<bool()> m_wanted;
 };
 
 /** Keeps what would be mailed. */
@@ -90,6 +109,7 @@ public:
             const VelArchiveChoice choice{usual.date, files->getOpenUrl({}, {})};
             return choice.url.isEmpty() ? std::nullopt : std::optional(choice);
         };
+        world.progress = [this](const QString &) { return std::make_unique<FakeProgress>(whileReading); };
         world.edit = [this](VelEntryDialog &dialog) {
             if (edit)
                 edit(dialog);
@@ -131,6 +151,7 @@ public:
     FakeAlerts *alerts;
     QStringList printed;
     std::function<void()> whilePrinting;
+    std::function<bool()> whileReading; // a file for an import, at each piece; false stops it
     std::function<void(VelEntryDialog &)> edit; // what the user does in the editor
     QStringList asked; // by a synchronisation
     std::function<std::optional<int>(const VelMerge::Question &)> ask; // else everything is accepted

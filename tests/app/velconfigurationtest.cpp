@@ -163,8 +163,16 @@ void VelConfigurationTest::unchosenColoursShouldFollowThePalette()
 void VelConfigurationTest::filterShouldBeWrittenAsTheToolkitWantsIt()
 {
     QCOMPARE(VelFileCommands::getFilter(), QStringLiteral("*.xml|Calendar files\n*|All files"));
-    QCOMPARE(VelFileDialogs::nameFilter(VelFileCommands::getExtFilter()),
-             QStringLiteral("vCalendar files (*.vcs);;iCalendar files (*.ics);;All files (*)"));
+    const QString kinds = QStringLiteral(
+        "vCalendar files (*.vcs);;iCalendar files (*.ics);;Calendar files (*.xml);;All files (*)");
+    QCOMPARE(VelFileDialogs::nameFilter(VelFileCommands::getExtFilter()), kinds);
+    QCOMPARE(VelFileDialogs::nameFilter(VelFileCommands::getImportFilter()),
+             QString(QStringLiteral("Calendar files of all kinds (*.vcs *.ics *.xml);;") + kinds));
+    for (const QString &kind : kinds.split(QStringLiteral(";;"))) {
+        const QString suffix = kind.section(QLatin1Char('.'), 1).remove(QLatin1Char(')'));
+        QCOMPARE(VelFileDialogs::withSuffixOf(QStringLiteral("my.old.vcs"), kind),
+                 QString(QStringLiteral("my.old.") + (suffix.size() == 3 ? suffix : QStringLiteral("vcs"))));
+    }
 }
 
 QTEST_MAIN(VelConfigurationTest)

@@ -93,6 +93,8 @@ private Q_SLOTS:
     void lastCalendarShouldBeOpenedAgain();
     void exportAndImportShouldCarryAllEntries_data();
     void exportAndImportShouldCarryAllEntries();
+    void importShouldAddAllOrNothing_data();
+    void importShouldAddAllOrNothing();
     void importWithoutEntriesShouldChangeNothing();
     void closingShouldAskAboutChanges_data();
     void closingShouldAskAboutChanges();
@@ -307,6 +309,7 @@ void VelMainWindowTest::exportAndImportShouldCarryAllEntries_data()
     QTest::newRow("suffix added") << QStringLiteral("out") << QStringLiteral("out.vcs");
     QTest::newRow("suffix kept") << QStringLiteral("kept.vcs") << QStringLiteral("kept.vcs");
     QTest::newRow("iCalendar") << QStringLiteral("other.ics") << QStringLiteral("other.ics");
+    QTest::newRow("calendar") << QStringLiteral("out.XML") << QStringLiteral("out.XML");
 }
 
 void VelMainWindowTest::exportAndImportShouldCarryAllEntries()
@@ -319,6 +322,7 @@ void VelMainWindowTest::exportAndImportShouldCarryAllEntries()
     session.choose(m_folder.filePath(chosen));
     session.trigger("file_export");
     QVERIFY(QFile::exists(m_folder.filePath(written)));
+    QCOMPARE(session.files->proposed, QUrl(QStringLiteral("source.vcs")));
     const std::size_t count = session.doc().getEntryCount();
     QStringList titles;
     for (quint32 id = 1; id <= count; ++id)
@@ -336,6 +340,46 @@ void VelMainWindowTest::exportAndImportShouldCarryAllEntries()
     imported.sort();
     QCOMPARE(imported, titles);
     QVERIFY(session.doc().isModified());
+}
+
+void VelMainWindowTest::importShouldAddAllOrNothing_data()
+{
+    QTest::addColumn<QByteArray>("meanwhile");
+    QTest::addColumn<int>("added");
+    QTest::newRow("to the end") << QByteArray() << 3000;
+    QTest::newRow("stopped") << QByteArray("stop") << 0;
+    QTest::newRow("another calendar") << QByteArray("file_new") << 0;
+    QTest::newRow("window gone") << QByteArray("close") << 0;
+}
+
+void VelMainWindowTest::importShouldAddAllOrNothing()
+{
+    QFETCH(QByteArray, meanwhile);
+    Session session;
+    const QString path = m_folder.filePath(QStringLiteral("long.vcs"));
+    const QByteArray event = "BEGIN:VEVENT\nDTSTART:20260305T190000\nEND:VEVENT\n";
+    QVERIFY(writeBytes(path, event.repeated(3000)));
+    int pieces = 0;
+    bool isLocked = false;
+    session.whileReading = [&] {
+        if (++pieces > 1)
+            return true;
+        isLocked = !session.isEnabled("new_entry") && !session.isEnabled("file_import");
+        if (meanwhile == "close")
+            delete session.window;
+        else if (meanwhile == "file_new")
+            session.trigger("file_new");
+        return meanwhile != "stop";
+    };
+    session.window->fileCommands()->importFile(QUrl::fromLocalFile(path));
+    QCOMPARE(pieces, meanwhile.isEmpty() ? int(3000 * event.size() / (64 << 10)) : 1);
+    QVERIFY(isLocked);
+    if (!session.window)
+        return;
+    QTEST(int(session.doc().getEntryCount()), "added");
+    QVERIFY(session.messages->count() == 0 && session.isEnabled("new_entry"));
+    session.trigger("edit_undo");
+    QCOMPARE(int(session.doc().getEntryCount()), 0);
 }
 
 void VelMainWindowTest::importWithoutEntriesShouldChangeNothing()

@@ -4,6 +4,7 @@
 #include "document/veldrag.h"
 #include "document/testdoc.h"
 #include "document/velexchange.h"
+#include "document/velimportreport.h"
 #include "document/velpaste.h"
 #include "formats/velbinary.h"
 #include "formats/velvcalendar.h"
@@ -192,7 +193,7 @@ private Q_SLOTS:
     void shouldImportByContent()
     {
         TestDoc doc;
-        VelExchange::Content content;
+        VelForeignContent content;
         // The titles, and how many were left out; nothing when it could not be read.
         const auto imported = [&](const QByteArray &bytes) {
             if (!doc.put(File, bytes) || !VelExchange::read(doc.path(File), content) || !content.isReadable)
@@ -210,21 +211,50 @@ private Q_SLOTS:
         QVERIFY(content.entries.front()->localid == 0 && content.entries.front()->globalid == 0);
     }
 
+    void shouldTellWhatBecameOfAnImport()
+    {
+        VelForeignContent content;
+        content.entries.resize(3);
+        QCOMPARE(VelImportReport(content).text(), QString());
+        content.simplified =
+            QStringList{QString(9 << 20, QLatin1Char('x')), QStringLiteral("a\nb"), QString()};
+        content.leftOut = 2;
+        content.singles = 1;
+        content.passedOver = 5;
+        const QStringList lines = VelImportReport(content).text().split(QLatin1Char('\n'));
+        QCOMPARE(lines.first(),
+                 QStringLiteral("3 entries were imported. 2 could not be read and were left out."));
+        QCOMPARE(lines.mid(7),
+                 (QStringList{QString(59, QLatin1Char('x')) + QChar(0x2026), QStringLiteral("a b"),
+                              QStringLiteral("(no title)")}));
+        for (int i = 0; i < 9; ++i)
+            content.simplified.append(QString::number(i));
+        QVERIFY(VelImportReport(content).text().endsWith(QStringLiteral("6\nand 2 more")));
+        QVERIFY(VelImportReport::exportText({}).isEmpty());
+        QVERIFY(VelImportReport::exportText({QStringLiteral("Last")}).endsWith(QStringLiteral("\nLast")));
+    }
+
     void shouldReadBackWhatItExported()
     {
-        for (const QString &file : {QStringLiteral("A.ICS"), QStringLiteral("ics")}) {
+        for (const auto &[name, pattern, expected] :
+             {std::tuple("a", "*.ics", "a.ics"), {"a.b", "*", "a.b.vcs"}, {"a.XML", "*.ics", "a.XML"}}) {
+            const QUrl url = VelExchange::withSuffix(QUrl(QLatin1String(name)), QLatin1String(pattern));
+            QCOMPARE(url, QUrl(QLatin1String(expected)));
+        }
+        for (const QString &file :
+             {QStringLiteral("A.ICS"), QStringLiteral("ics"), QStringLiteral("a.xml")}) {
             TestDoc doc;
             VelEntry expected = fullEntry();
             expected.localid = 0;
             add(doc, expected);
             expected.globalid = 0;
             doc.deleteEntry(addSynced(doc, QStringLiteral("Notice"), 70), false);
-            QVERIFY(VelExchange::write(doc, doc.url(file)) && doc.isUntitled()); // an export is no save
-            QVERIFY(!VelExchange::write(doc, doc.url(QStringLiteral("missing/a.ics"))));
+            QVERIFY(VelExchange::write(doc, doc.url(file)).isWritten && doc.isUntitled()); // no save
+            QVERIFY(!VelExchange::write(doc, doc.url(QStringLiteral("missing/a.ics"))).isWritten);
             QCOMPARE(doc.bytes(file).contains("VERSION:2.0"), file.endsWith(QStringLiteral(".ICS")));
-            VelExchange::Content content;
+            VelForeignContent content;
             QVERIFY(VelExchange::read(doc.path(file), content));
-            QCOMPARE(content.leftOut + content.simplified, 0);
+            QVERIFY(content.leftOut == 0 && content.simplified.isEmpty());
             QCOMPARE(content.entries.size(), std::size_t(1)); // the series once, and no notice
             QVERIFY(*content.entries.front() == expected);
         }

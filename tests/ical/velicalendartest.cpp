@@ -38,8 +38,16 @@ QByteArray calendarWith(const QByteArray &lines, const QByteArray &component = "
         + "END:" + component + "\r\nEND:VCALENDAR\r\n";
 }
 
+QByteArray zoneNamed(const QByteArray &name, const QByteArray &rule)
+{
+    return "BEGIN:VTIMEZONE\nTZID:" + name + "\nBEGIN:STANDARD\nDTSTART:19701025T030000\nTZOFFSETFROM:+0200\n"
+        + "TZOFFSETTO:+0100\nRRULE:" + rule + "\nEND:STANDARD\nBEGIN:DAYLIGHT\nDTSTART:19700329T020000\n"
+        + "TZOFFSETFROM:+0100\nTZOFFSETTO:+0200\nRRULE:FREQ=YEARLY;BYDAY=-1SU;BYMONTH=3\nEND:DAYLIGHT\n"
+        + "END:VTIMEZONE\n";
+}
+
 /** Of every entry the times and what else is not as in a plain event, then what was counted. */
-QString described(const VelICalendar::Result &result)
+QString described(const VelForeignContent &result)
 {
     QString text;
     const auto add = [&text](const char *name, qint64 value, qint64 usual = 0) {
@@ -61,7 +69,8 @@ QString described(const VelICalendar::Result &result)
                 + QStringLiteral("%1/%2/%3/%4").arg(one.id).arg(one.status).arg(one.attendee).arg(one.type);
     }
     add("leftOut", result.leftOut);
-    add("simplified", result.simplified);
+    add("simplified", result.simplified.size());
+    add("singles", result.singles);
     return text;
 }
 } // namespace
@@ -73,6 +82,7 @@ class VelICalendarTest : public QObject
 private Q_SLOTS:
     void shouldReadBackRandomEntries();
     void shouldReadBackTimesThatDaylightSavingSkips();
+    void shouldNameWhatItCannotWrite();
     void shouldReadWhatOthersWrite_data();
     void shouldReadWhatOthersWrite();
     void shouldSurviveHostileText_data();
@@ -90,9 +100,9 @@ void VelICalendarTest::shouldReadBackRandomEntries()
         if (random.chance(20))
             entries.back().setDescription(QStringLiteral(" one\r\ntwo\rthree\x01\t"));
     }
-    const VelICalendar::Result result = VelICalendar::read(written(entries));
+    const VelForeignContent result = VelICalendar::read(written(entries));
     QCOMPARE(result.leftOut, 0);
-    QCOMPARE(result.simplified, 0);
+    QVERIFY(result.simplified.isEmpty() && result.singles == 0);
     QCOMPARE(result.entries.size(), entries.size());
     for (const auto &read : result.entries) {
         const int number = read->getTitle().section(QLatin1Char(' '), 0, 0).toInt();
@@ -111,10 +121,30 @@ void VelICalendarTest::shouldReadBackTimesThatDaylightSavingSkips()
         entry.setEnd(entry.getStart().addSecs(minute % 20 == 0 ? 0 : 3600));
         if (minute % 60 == 0)
             entry.rule = {VelRecurrenceRule::Daily, 1, {}, 0, {}, 5};
-        const VelICalendar::Result result = VelICalendar::read(written({entry}));
+        const VelForeignContent result = VelICalendar::read(written({entry}));
         QCOMPARE(int(result.entries.size()), 1);
         QVERIFY2(*result.entries.front() == entry, written({entry}).constData());
     }
+}
+
+void VelICalendarTest::shouldNameWhatItCannotWrite()
+{
+    VelEntry last = plainEvent();
+    last.setTitle(QStringLiteral("Last"));
+    last.setStart({QDate(9999, 12, 31), QTime(0, 0)});
+    last.setEnd({QDate(9999, 12, 31), QTime(23, 59)});
+    last.notime = true;
+    VelEntry first = plainEvent();
+    first.setStart({QDate(1, 1, 1), QTime(0, 0)});
+    first.setEnd({QDate(3000, 12, 31), QTime(23, 59)});
+    first.complete = true;
+    first.type = VelEntry::Todo;
+    QStringList leftOut;
+    const QByteArray text =
+        VelICalendar::write({VelEntryRef(&last), VelEntryRef(&first)}, 1, Today, &leftOut);
+    QCOMPARE(leftOut, QStringList{QStringLiteral("Last")});
+    const VelForeignContent result = VelICalendar::read(text);
+    QVERIFY2(result.entries.size() == 1 && *result.entries.front() == first, text.constData());
 }
 
 void VelICalendarTest::shouldReadWhatOthersWrite_data()
@@ -129,6 +159,14 @@ void VelICalendarTest::shouldReadWhatOthersWrite_data()
     row("DTSTART:20020305T090000\nDTEND:20020305T093000", "20020305T090000 20020305T093000");
     row("DTSTART:20020305T230000Z\nDURATION:PT30M", "20020306T010000 20020306T013000");
     row("DTSTART;TZID=America/New_York:20020305T090000", "20020305T160000 20020305T160000");
+    row("DTSTART;TZID=W. Europe Standard Time:20020305T090000", "20020305T100000 20020305T100000");
+    row("DTSTART;\n TZID=\"Our: zone\":20020305T090000\nEND:VEVENT\n"
+            + zoneNamed("Our: zone", "FREQ=YEARLY;BYDAY=-1SU;BYMONTH=10")
+            + "BEGIN:VEVENT\nDTSTART:20020305T090000Z",
+        "20020305T100000 20020305T100000; 20020305T110000 20020305T110000");
+    row("SEQUENCE:1\nDTSTART:20020305T090000\nEND:VEVENT\nBEGIN:VEVENT\nUID:1\nSEQUENCE:2\n"
+        "DTSTART:20020306T090000\nEND:VEVENT\nBEGIN:VEVENT\nUID:1\nDTSTART:20020307T090000",
+        "20020306T090000 20020306T090000");
     row("DTSTART;VALUE=DATE:20020305\nDTEND;VALUE=DATE:20020307", "20020305T000000 20020306T235900 notime=1");
     row("DTSTART:20020305T090000\nDTEND:20020305T080000", "20020305T090000 20020305T090000");
     row("DUE:20020306T120000Z", "20020306T140000 20020306T140000 display=0", "VTODO");
@@ -160,8 +198,12 @@ void VelICalendarTest::shouldReadWhatOthersWrite_data()
             "Boss, The<boss@example.org>0/4/0/1");
     tuesday("RRULE:FREQ=DAILY;UNTIL=20020310T085959", " D1 20020310T000000");
     tuesday("RRULE:FREQ=WEEKLY;BYDAY=MO,TU\nEXDATE:20020311T090000", " W1 MO TU #0");
-    tuesday("RRULE:FREQ=WEEKLY;BYDAY=MO,TU", " W1 MO TU #0 simplified=1");
-    tuesday("RRULE:FREQ=WEEKLY;BYDAY=TU,TH;COUNT=6", " W1 TU TH #5 simplified=1");
+    tuesday("RRULE:FREQ=WEEKLY;BYDAY=MO,TU", " W1 MO TU #0; 20020311T090000 20020311T100000 singles=1");
+    tuesday("RRULE:FREQ=WEEKLY;BYDAY=TU,TH;COUNT=6",
+            " W1 TU TH #5; 20020307T090000 20020307T100000 singles=1");
+    tuesday("RRULE:FREQ=WEEKLY;BYDAY=TU,WE,TH;COUNT=2", "; 20020306T090000 20020306T100000 singles=1");
+    tuesday("RRULE:FREQ=WEEKLY;BYDAY=TU,WE,TH;UNTIL=20020306T230000",
+            "; 20020306T090000 20020306T100000 singles=1");
     tuesday("RRULE:FREQ=YEARLY;BYMONTH=3;BYDAY=1TU", " MP12 1+ TU #0");
     for (const char *rule :
          {"HOURLY;INTERVAL=2", "DAILY;BYHOUR=9,12", "DAILY;BYMONTH=3", "MONTHLY;BYMONTHDAY=5,10",
@@ -199,15 +241,19 @@ void VelICalendarTest::shouldSurviveHostileText_data()
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<int>("entries");
     QTest::addColumn<int>("leftOut");
+    QTest::addColumn<bool>("isCut");
 
     const QByteArray text = written({plainEvent(), plainEvent()});
-    QTest::newRow("cut off") << text.left(text.lastIndexOf("DTSTART")) << 1 << 1;
-    QTest::newRow("cut off in the first entry") << text.left(text.indexOf("DTSTART")) << 0 << 0;
-    QTest::newRow("garbage") << QByteArray(text.left(80) + QByteArray(999, '\xff')) << 0 << 0;
-    QTest::newRow("too big") << QByteArray(text + QByteArray(VelICalendar::MaximumSize, '\n')) << 0 << 0;
-    QTest::newRow("older version") << VelVCalendar::asvCalendar(plainEvent(), 1, true).toUtf8() << 0 << 0;
-    const auto row = [](const char *name, const QByteArray &filling, int entries = 1) {
-        QTest::newRow(name) << calendarWith("DTSTART:20020305T090000\n" + filling + '\n') << entries << 0;
+    QTest::newRow("cut off") << text.left(text.lastIndexOf("DTSTART")) << 1 << 1 << false;
+    QTest::newRow("cut off in the first entry") << text.left(text.indexOf("DTSTART")) << 0 << 1 << false;
+    QTest::newRow("garbage") << QByteArray(text.left(80) + QByteArray(999, '\xff')) << 0 << 0 << false;
+    QTest::newRow("too big") << QByteArray(text + QByteArray(VelICalendar::MaximumSize, '\n')) << 0 << 0
+                             << false;
+    QTest::newRow("older version") << VelVCalendar::asvCalendar(plainEvent(), 1, true).toUtf8() << 0 << 0
+                                   << false;
+    const auto row = [](const char *name, const QByteArray &filling, int entries = 1, bool isCut = true) {
+        QTest::newRow(name) << calendarWith("DTSTART:20020305T090000\n" + filling + '\n') << entries << 0
+                            << isCut;
     };
     const int many = 200000; // so many that whatever takes the square of it does not end in time
     row("long line", "SUMMARY:" + QByteArray(2 << 20, 'x'));
@@ -216,10 +262,25 @@ void VelICalendarTest::shouldSurviveHostileText_data()
     row("parameters", "SUMMARY;X=\":\"" + QByteArray(";A=B").repeated(many) + ":x");
     row("weekdays", "RRULE:FREQ=DAILY;BYDAY=MO" + QByteArray(",MO").repeated(many));
     row("depth", QByteArray("BEGIN:X-A\n").repeated(many) + QByteArray("END:X-A\n").repeated(many));
+    row("alarms", QByteArray("BEGIN:VALARM\nACTION:DISPLAY\nTRIGGER:-PT5M\nEND:VALARM\n").repeated(many));
+    row("titles", QByteArray("SUMMARY:x\n").repeated(many));
     row("completed long ago",
         "END:VEVENT\nBEGIN:VTODO\nUID:2\nRRULE:FREQ=SECONDLY\nDTSTART:19000101T000000\n"
         "COMPLETED:19000101T000000Z\nEND:VTODO\nBEGIN:VEVENT\nUID:1\nDTSTART:20020305T090000",
-        2);
+        2, false);
+    QByteArray days;
+    QByteArray zones;
+    constexpr int someThousand = 10000;
+    for (int i = 0; i < someThousand; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        days += "END:VEVENT\nBEGIN:VEVENT\nUID:1\nDTSTART:20020305T090000\nRECURRENCE-ID:"
+            + QDate(2002, 3, 5).addDays(i).toString(QStringLiteral("yyyyMMdd")).toLatin1() + "T090000\n";
+        zones += "END:VEVENT\n"
+            + zoneNamed(number, i % 2 == 0 ? "FREQ=DAILY" : "FREQ=YEARLY;BYDAY=-1SU;BYMONTH=10")
+            + "BEGIN:VEVENT\nDTSTART;TZID=" + number + ":20020305T090000\n";
+    }
+    row("days of one series", days, someThousand + 1, false);
+    row("time zones", zones, someThousand + 1);
 }
 
 void VelICalendarTest::shouldSurviveHostileText()
@@ -228,9 +289,10 @@ void VelICalendarTest::shouldSurviveHostileText()
     QFETCH(int, entries);
     QFETCH(int, leftOut);
 
-    const VelICalendar::Result result = VelICalendar::read(text);
+    const VelForeignContent result = VelICalendar::read(text);
     QCOMPARE(int(result.entries.size()), entries);
     QCOMPARE(result.leftOut, leftOut);
+    QTEST(result.passedOver > 0, "isCut");
 }
 
 void VelICalendarTest::shouldSurviveRandomDamage()
@@ -245,7 +307,7 @@ void VelICalendarTest::shouldSurviveRandomDamage()
         for (int i = random.number(0, 8); i > 0; --i)
             changed[random.number(0, static_cast<int>(changed.size()) - 1)] =
                 static_cast<char>(random.number(1, 255));
-        const VelICalendar::Result result = VelICalendar::read(changed);
+        const VelForeignContent result = VelICalendar::read(changed);
         for (const auto &entry : result.entries) {
             QVERIFY(entry->isValid() && entry->getStart() <= entry->getEnd());
             entry->updRecurrence(Today);

@@ -8,13 +8,14 @@
 #include <QVector>
 
 /**
- * The occurrences of one of our rules, seen against those of the RFC 5545 rule that looks like it.
+ * The occurrences of one of our rules, seen against those of the rule of other programs (RFC 5545, vCalendar 1.0) that
+ * looks like it.
  *
  * The two differ only before our first occurrence, and where a month lacks the day. A weekly rule of ours on several days
  * begins again, a whole period later, with the weekday of the start: the days between are none of ours. A monthly rule
  * begins in the first month after that of the start.
  */
-class VelICalendarSeries
+class VelSeries
 {
 public:
     /** What the RFC 5545 rule does where a month lacks the day. */
@@ -23,8 +24,16 @@ public:
         Clipped ///< takes the month's last day; of 29 February always the 28th
     };
 
+    /** A rule as other programs mean it, in our terms. */
+    struct Adopted {
+        VelRecurrenceRule rule;
+        QVector<QDate> days; ///< of the series, that our rule passes over; the start is none of them
+    };
+    /** @p rule, whose count also counts the days that ours passes over. */
+    [[nodiscard]] static Adopted adopted(VelRecurrenceRule rule, QDate start, Form form);
+
     /** The series of an entry that starts on @p start; one without an end goes on to the end of year 9999. */
-    VelICalendarSeries(const VelRecurrenceRule &rule, QDate start);
+    VelSeries(const VelRecurrenceRule &rule, QDate start);
 
     [[nodiscard]] bool isOpen() const;
     /** How many occurrences there are besides the entry itself. */

@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Delmast Time authors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "ical/velicalendarseries.h"
+#include "formats/velseries.h"
+
+#include "model/veldatetime.h"
 
 #include <algorithm>
 
@@ -27,7 +29,7 @@ VelRecurrenceRule withoutEnd(VelRecurrenceRule rule)
 }
 } // namespace
 
-VelICalendarSeries::VelICalendarSeries(const VelRecurrenceRule &rule, QDate start)
+VelSeries::VelSeries(const VelRecurrenceRule &rule, QDate start)
     : m_rule(rule)
     , m_start(start)
     , m_bounded(withEnd(rule), start, 0, start)
@@ -35,17 +37,32 @@ VelICalendarSeries::VelICalendarSeries(const VelRecurrenceRule &rule, QDate star
 {
 }
 
-bool VelICalendarSeries::isOpen() const
+VelSeries::Adopted VelSeries::adopted(VelRecurrenceRule rule, QDate start, Form form)
+{
+    QVector<QDate> days = VelSeries(rule, start).skipped(form);
+    if (rule.occurendcount > 0) {
+        days = days.mid(0, rule.occurendcount - 1);
+        rule.occurendcount -= static_cast<int>(days.size());
+    }
+    const QDate end = rule.occurenddate;
+    const auto isBehindEnd = [end](QDate day) { return end.isValid() && day >= end; };
+    days.erase(std::remove_if(days.begin(), days.end(), isBehindEnd), days.end());
+    if (!days.isEmpty() && VelSeries(rule, start).count() == 0)
+        rule.clear();
+    return {rule, days};
+}
+
+bool VelSeries::isOpen() const
 {
     return m_rule.occurendcount <= 0 && !m_rule.occurenddate.isValid();
 }
 
-bool VelICalendarSeries::isByDayOfMonth() const
+bool VelSeries::isByDayOfMonth() const
 {
     return m_rule.recurringtype == VelRecurrenceRule::Monthly && m_rule.occurdaynumber == 0;
 }
 
-bool VelICalendarSeries::follows(Form form) const
+bool VelSeries::follows(Form form) const
 {
     if (!isByDayOfMonth() && m_rule.recurringtype != VelRecurrenceRule::Yearly)
         return true;
@@ -59,7 +76,7 @@ bool VelICalendarSeries::follows(Form form) const
 }
 
 /** The day that the rule of that form has in the month of @p day; none when it passes the month over. */
-QDate VelICalendarSeries::expected(QDate day, Form form) const
+QDate VelSeries::expected(QDate day, Form form) const
 {
     const bool isMonthly = isByDayOfMonth();
     int wanted = isMonthly ? m_rule.occurdays.first() : m_start.day();
@@ -68,7 +85,7 @@ QDate VelICalendarSeries::expected(QDate day, Form form) const
     return QDate(day.year(), day.month(), wanted);
 }
 
-bool VelICalendarSeries::isIn(const VelRecurrence &recurrence, QDate day)
+bool VelSeries::isIn(const VelRecurrence &recurrence, QDate day)
 {
     if (!day.isValid() || recurrence.isEmpty())
         return false;
@@ -77,17 +94,17 @@ bool VelICalendarSeries::isIn(const VelRecurrence &recurrence, QDate day)
     return number <= recurrence.count() && recurrence.startDay(number) == wanted.number;
 }
 
-QVector<QDate> VelICalendarSeries::skipped(Form form) const
+QVector<QDate> VelSeries::skipped(Form form) const
 {
     QVector<QDate> days;
     for (const QDate day : periodDays(form)) {
-        if (day > m_start && !isIn(m_endless, day))
+        if (VelDateTime::isSupported(day) && day > m_start && !isIn(m_endless, day))
             days.append(day);
     }
     return days;
 }
 
-QVector<QDate> VelICalendarSeries::periodDays(Form form) const
+QVector<QDate> VelSeries::periodDays(Form form) const
 {
     QVector<QDate> days;
     switch (m_rule.recurringtype) {
@@ -109,7 +126,7 @@ QVector<QDate> VelICalendarSeries::periodDays(Form form) const
 }
 
 /** The rule's weekday in the month of the start. */
-QDate VelICalendarSeries::monthWeekday() const
+QDate VelSeries::monthWeekday() const
 {
     const QDate first(m_start.year(), m_start.month(), 1);
     const int offset = (m_rule.occurdays.first() - first.dayOfWeek() + 7) % 7;
