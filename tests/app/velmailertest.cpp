@@ -19,7 +19,7 @@ namespace
 {
 struct FakeFiles : VelFileChooser {
     QUrl getOpenUrl(const QString &, const QString &) override { return {}; }
-    QUrl getSaveUrl(const QString &, const QString &, QString *) override { return choice; }
+    QUrl getSaveUrl(const QString &, const QString &, const QUrl &, QString *) override { return choice; }
     QUrl choice;
 };
 
@@ -40,7 +40,7 @@ void VelMailerTest::entryShouldGoToTheMailProgramOrAFile()
 {
     constexpr int noProgram = -1;
     const auto readBack = [](const QUrl &file) {
-        VelExchange::Content content;
+        VelForeignContent content;
         return VelExchange::read(file.toLocalFile(), content) && content.entries.size() == 1
             ? content.entries.front()->getTitle()
             : QString();
