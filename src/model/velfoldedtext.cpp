@@ -13,7 +13,7 @@ Kind kindOf(QChar character, const QString &separators)
 {
     if (character.isDigit())
         return Kind::Number;
-    if (character.isLetter() || character.isMark())
+    if (character.isLetter() || character.isMark() || character.isSurrogate())
         return Kind::Word;
     constexpr char16_t lastAscii = 0x7f;
     const bool isForeign =
@@ -26,15 +26,15 @@ namespace VelFoldedText
 {
 QString fold(const QString &text)
 {
-    QString folded;
-    for (const QChar character : text.normalized(QString::NormalizationForm_KD)) {
-        const QChar::Category category = character.category();
+    std::u32string folded; // some digits need more than one unit of the toolkit's texts
+    for (const char32_t character : text.normalized(QString::NormalizationForm_KD).toStdU32String()) {
+        const QChar::Category category = QChar::category(character);
         if (category == QChar::Mark_NonSpacing || category == QChar::Other_Format)
             continue;
-        const int digit = character.digitValue();
-        folded += digit >= 0 ? QChar(u'0' + digit) : character.toCaseFolded();
+        const int digit = QChar::digitValue(character);
+        folded += digit >= 0 ? U'0' + static_cast<char32_t>(digit) : QChar::toCaseFolded(character);
     }
-    return folded.simplified();
+    return QString::fromStdU32String(folded).simplified();
 }
 
 std::optional<Pieces> split(const QString &folded, const QString &separators)
