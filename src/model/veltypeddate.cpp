@@ -19,16 +19,17 @@ constexpr int WeekdayCount = 7;
 
 /** Where a format has day, month and year. */
 struct Order {
-    explicit Order(QString format)
-    {
-        static const QRegularExpression literal(QStringLiteral("'[^']*'"));
-        format.remove(literal);
-        isDayFirst = format.indexOf(QLatin1Char('d')) < format.indexOf(QLatin1Char('M'));
-        isYearFirst = format.indexOf(QLatin1Char('y')) < format.indexOf(QLatin1Char('M'));
-    }
-    bool isDayFirst;
+    bool isDayFirst; // before the month
     bool isYearFirst;
 };
+
+Order orderOf(QString format)
+{
+    static const QRegularExpression literal(QStringLiteral("'[^']*'"));
+    format.remove(literal);
+    const auto month = format.indexOf(QLatin1Char('M'));
+    return {format.indexOf(QLatin1Char('d')) < month, format.indexOf(QLatin1Char('y')) < month};
+}
 
 /** What a text says about a day; 0 for what it does not say. */
 struct Said {
@@ -243,8 +244,8 @@ QDate readDate(const QString &text, const Days &days, const QLocale &locale)
     if (!readWords(said, pieces->words, locale))
         return {};
     const bool isRead = said.month > 0
-        ? readDayAndYear(said, pieces->numbers, Order(locale.dateFormat(QLocale::LongFormat)))
-        : readNumbers(said, pieces->numbers, Order(locale.dateFormat(QLocale::ShortFormat)));
+        ? readDayAndYear(said, pieces->numbers, orderOf(locale.dateFormat(QLocale::LongFormat)))
+        : readNumbers(said, pieces->numbers, orderOf(locale.dateFormat(QLocale::ShortFormat)));
     const QDate date = isRead ? dateOf(said, days.near) : QDate();
     const bool isThatWeekday = said.weekday == 0 || said.weekday == date.dayOfWeek();
     return VelDateTime::isSupported(date) && isThatWeekday ? date : QDate();

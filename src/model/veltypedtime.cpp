@@ -59,7 +59,8 @@ int hourOf(int hour, Half half)
 
 bool isTimeWord(const QString &word, const QLocale &locale)
 {
-    static const QStringList usual = {QStringLiteral("h"), QStringLiteral("uhr"), QStringLiteral("min")};
+    static const QStringList usual = {QStringLiteral("h"), QStringLiteral("uhr"), QStringLiteral("min"),
+                                      QStringLiteral("o"), QStringLiteral("clock")};
     if (usual.contains(word))
         return true;
     return VelFoldedText::literalWords(locale.timeFormat(QLocale::ShortFormat)).contains(word)
@@ -82,7 +83,7 @@ QTime readTime(const QString &text, const QLocale &locale)
         return {};
     QString folded = VelFoldedText::fold(text);
     const Half half = takeHalf(folded, locale);
-    const auto pieces = VelFoldedText::split(folded, QStringLiteral(" :.,"));
+    const auto pieces = VelFoldedText::split(folded, QStringLiteral(" :.,'\u2019"));
     if (!pieces)
         return {};
     for (const QString &word : pieces->words) {

@@ -91,7 +91,9 @@ void WTimeInput::showPopup()
         fillList();
     WTypedInput::showPopup();
     const int row = QTime(0, 0).secsTo(m_time) / SecondsPerMinute / Interval;
-    view()->setCurrentIndex(model()->index(row, modelColumn()));
+    const QModelIndex now = model()->index(row, modelColumn());
+    view()->setCurrentIndex(now);
+    view()->scrollTo(now, QAbstractItemView::PositionAtCenter);
 }
 
 void WTimeInput::changeEvent(QEvent *event)
