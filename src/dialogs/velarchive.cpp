@@ -68,7 +68,9 @@ void VelArchive::buildLayout()
 {
     auto *form = new QFormLayout;
     form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    form->addRow(i18n("Archive entries that ended &before:"), m_date);
+    auto *dateLabel = new QLabel(i18n("Archive entries that ended &before:"), this);
+    dateLabel->setBuddy(m_date->getBuddy());
+    form->addRow(dateLabel, m_date);
     form->addRow(i18n("Archive &file:"), m_file);
     auto *box = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     m_ok = box->button(QDialogButtonBox::Ok);

@@ -38,7 +38,8 @@ QHBoxLayout *inRow(std::initializer_list<QWidget *> widgets)
 void addRow(QFormLayout *layout, const QString &text, std::initializer_list<QWidget *> widgets)
 {
     auto *label = new QLabel(text);
-    label->setBuddy(*widgets.begin());
+    QWidget *first = *widgets.begin();
+    label->setBuddy(first->focusProxy() ? first->focusProxy() : first); // it passes over what leads on
     layout->addRow(label, inRow(widgets));
 }
 

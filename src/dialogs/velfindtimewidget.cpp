@@ -39,7 +39,7 @@ void explainAs(QWidget *widget, const QString &text)
 QLabel *labelOf(QWidget *input, const QString &text)
 {
     auto *label = new QLabel(text, input->parentWidget());
-    label->setBuddy(input);
+    label->setBuddy(input->focusProxy() ? input->focusProxy() : input); // it passes over what leads on
     return label;
 }
 } // namespace
@@ -189,12 +189,11 @@ QString VelFindTimeWidget::finishInput()
 void VelFindTimeWidget::slotFind()
 {
     const bool wasFocused = m_find->hasFocus();
-    const QString problem = finishInput();
-    showStatus(problem);
-    if (!problem.isEmpty())
+    if (!finishInput().isEmpty())
         return;
     m_isFocusTaken = wasFocused;
     m_find->setEnabled(false);
+    showStatus({});
     take(m_search.find(terms(), VelApp::getApp(this)->now().date()));
 }
 

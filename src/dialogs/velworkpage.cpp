@@ -12,6 +12,7 @@
 
 #include <QCheckBox>
 #include <QFormLayout>
+#include <QLabel>
 
 VelWorkPage::VelWorkPage(QWidget *parent)
     : VelPreferencesPage(parent)
@@ -33,8 +34,13 @@ VelWorkPage::VelWorkPage(QWidget *parent)
     auto *layout = new QFormLayout(this);
     layout->setRowWrapPolicy(QFormLayout::WrapLongRows);
     layout->addRow(i18n("&Working days:"), m_days);
-    layout->addRow(i18n("Work &begins:"), m_begin);
-    layout->addRow(i18n("Work &ends:"), m_end);
+    const auto addTime = [this, layout](const QString &text, WDateTimeWidget *time) {
+        auto *label = new QLabel(text, this);
+        label->setBuddy(time->getBuddy());
+        layout->addRow(label, time);
+    };
+    addTime(i18n("Work &begins:"), m_begin);
+    addTime(i18n("Work &ends:"), m_end);
     layout->addRow(QString(), m_dock);
     explain(m_days, i18n("The days that the view of the working week goes from and to"));
     const QString hours = i18n("Working hours have another background. Only full hours are told apart.");

@@ -22,9 +22,9 @@ VelListViewWidget::VelListViewWidget(QDate start, QWidget *parent)
     const int margin = fontMetrics().averageCharWidth();
     layout->setContentsMargins(margin, margin / 2, margin, 0);
     auto *startLabel = new QLabel(i18n("Filter start date:"), this);
-    startLabel->setBuddy(m_start);
+    startLabel->setBuddy(m_start->getBuddy());
     auto *endLabel = new QLabel(i18n("End date:"), this);
-    endLabel->setBuddy(m_end);
+    endLabel->setBuddy(m_end->getBuddy());
     for (QWidget *widget : {static_cast<QWidget *>(startLabel), static_cast<QWidget *>(m_start),
                             static_cast<QWidget *>(endLabel), static_cast<QWidget *>(m_end)})
         layout->addWidget(widget);

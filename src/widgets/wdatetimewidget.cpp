@@ -46,7 +46,6 @@ WDateTimeWidget::WDateTimeWidget(Kind kind, QWidget *parent)
         row->addWidget(input);
         connect(input, &WTypedInput::problemChanged, this, &WDateTimeWidget::slotProblem);
     }
-    setFocusPolicy(Qt::ClickFocus); // a label leads to nothing that takes no focus
     hideDate(kind == Kind::Time);
 }
 

@@ -31,6 +31,8 @@ public:
     explicit WDateTimeWidget(Kind kind, QWidget *parent = nullptr);
     ~WDateTimeWidget() override;
 
+    /** What a label's letter is to lead to: labels pass over this widget, which is no stop of the keyboard itself. */
+    [[nodiscard]] QWidget *getBuddy() const { return focusProxy(); }
     /** Hides or shows the input of the day. The day stays as it is. */
     void hideDate(bool hide = true);
     /** Hides or shows the input of the time, if there is one. The time stays as it is. */

@@ -322,7 +322,7 @@ void VelFindTimeDialogTest::okShouldGiveTheProposalInOrder()
     type("11:60");
     window.findButton()->click();
     QVERIFY(window.findButton()->isEnabled()); // nothing is looked for
-    QCOMPARE(window.dialog.findChild<QLabel *>(QStringLiteral("status"))->text(), inputs.at(3)->getProblem());
+    QVERIFY(inputs.at(3)->getProblem().startsWith(QLatin1String("\"11:60\"")));
     type("11");
     window.dialog.resize(800, 580);
     buttons->button(QDialogButtonBox::Ok)->click();
