@@ -4,7 +4,7 @@
 #include "document/velstep.h"
 
 #include "document/veldoc.h"
-#include "document/velreplay.h"
+#include "model/velreplay.h"
 
 namespace
 {

@@ -3,7 +3,7 @@
 
 #include "net/velmerge.h"
 
-#include "document/velreplay.h"
+#include "model/velreplay.h"
 
 #include <KLocalizedString>
 
