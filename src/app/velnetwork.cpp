@@ -166,13 +166,18 @@ void VelNetwork::endSync()
     if (!m_isSynchronizing)
         return;
     noteOutcome();
+    const bool wasByHand = m_isByHand;
     m_isSynchronizing = m_isByHand = m_isMerging = false;
-    m_context.doc.endExchange();
+    if (!m_connection.isUnanswered())
+        m_context.doc.endExchange();
     m_context.lockChanged();
     m_context.ready();
     setAutoSyncTimer();
+    const bool hasMoreToSend = std::exchange(m_hasMoreToSend, false);
     if (std::exchange(m_isWantedAgain, false))
         startSync(i18n("Synchronizing with server"), false);
+    else if (hasMoreToSend && !m_isStopped)
+        startSync(i18n("Synchronizing with server"), !wasByHand);
     else
         Q_EMIT syncEnded();
 }
@@ -330,7 +335,9 @@ void VelNetwork::takeSync(VelXmlContent &content, const VelSentEntries &sent)
     if (!doc.isExchanging())
         return;
     m_outcome = VelSyncRecord::Outcome::Good;
-    Q_EMIT merged(merge.apply());
+    const VelMerge::Report report = merge.apply();
+    m_hasMoreToSend = m_connection.isRepeat() && report.hasUnsent;
+    Q_EMIT merged(report);
 }
 
 void VelNetwork::takeOther(int type, VelXmlContent &content)

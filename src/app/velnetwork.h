@@ -154,6 +154,7 @@ private:
     QTimer m_waitingTimer;
     VelSyncRecord m_record;
     VelSyncRecord::Outcome m_outcome = VelSyncRecord::Outcome::Undecided; // of the one that runs
+    bool m_hasMoreToSend = false; // than what had to be repeated first
     bool m_isStopped = false;
     bool m_hasShownProgress = false;
 };

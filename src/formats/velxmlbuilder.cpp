@@ -162,8 +162,11 @@ void VelXmlBuilder::startTopLevel(Name name, const char *const *attributes)
         return;
     }
     switch (name) {
-    case Name::Meta:
     case Name::Action:
+        m_content.hasAction = true;
+        m_place = Place::Meta;
+        break;
+    case Name::Meta:
         m_place = Place::Meta;
         break;
     case Name::Account:

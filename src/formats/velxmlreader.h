@@ -19,6 +19,7 @@ struct VelXmlContent {
     std::optional<int> origright;
     std::optional<quint32> origuserid;
     std::optional<int> error; ///< code of an answer that failed; nothing after it was read
+    bool hasAction = false; ///< it has the element that heads an answer
     bool totalsync = false; ///< the answer replaces the whole calendar
     std::optional<VelAccountList> accounts;
     std::optional<std::map<quint32, int>> rights; ///< account id to right

@@ -46,6 +46,7 @@ VelConnection::VelConnection(VelDoc &doc, const VelSettings &settings, VelTrust 
     , m_doc(doc)
     , m_settings(settings)
     , m_trust(trust)
+    , m_unanswered(doc, settings)
 {
     m_waiting.setSingleShot(true);
     connect(&m_waiting, &QTimer::timeout, this, &VelConnection::slotSilence);
@@ -236,8 +237,10 @@ void VelConnection::takeAnswer()
     m_phase = Phase::Held;
     m_waiting.stop();
     std::optional<VelXmlContent> read = m_reader->takeContent();
-    if (!read) {
-        qCWarning(netLog).noquote() << m_reader->errorText();
+    // Without its head it is no answer: it may be that of something in between.
+    if (!read || (m_current.type == VelNetTask::Sync && !read->hasAction)) {
+        qCWarning(netLog).noquote() << (read ? QStringLiteral("answer without an action")
+                                             : m_reader->errorText());
         failTask(i18n("Error receiving data from server."), Telling::Aloud);
         return;
     }
@@ -273,6 +276,8 @@ bool VelConnection::tellServerError(int code)
     if (!self)
         return false;
     if (code > 0) {
+        if (m_current.type == VelNetTask::Sync)
+            m_unanswered.refuse();
         endRefused(code, quiet);
         return false;
     }

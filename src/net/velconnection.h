@@ -5,6 +5,7 @@
 
 #include "net/velanswerreader.h"
 #include "net/velrequestwriter.h"
+#include "net/velunanswered.h"
 
 #include <QObject>
 #include <QSslCertificate>
@@ -84,6 +85,10 @@ public:
     [[nodiscard]] QString lastFailure() const { return m_lastFailure; }
     /** True when the last connection was given up because the server is not trusted. */
     [[nodiscard]] bool isDistrusted() const { return m_isDistrusted; }
+    /** True while a synchronisation has got no answer: the next one repeats it, see VelUnanswered. */
+    [[nodiscard]] bool isUnanswered() const { return m_unanswered.isPending(); }
+    /** True when the last synchronisation was such a repetition. */
+    [[nodiscard]] bool isRepeat() const { return m_unanswered.isRepeat(); }
     /** True once the server has sent its list of users, be it empty. */
     [[nodiscard]] bool isUserListReceived() const { return m_isUserListReceived; }
 
@@ -209,4 +214,5 @@ private:
     std::optional<VelAnswerReader> m_reader;
     VelAnswerReader::Limits m_limits;
     VelSentEntries m_sent;
+    VelUnanswered m_unanswered;
 };

@@ -132,10 +132,8 @@ void VelConnection::slotHostReached()
 
 void VelConnection::slotSocketSend()
 {
-    VelRequest request = VelRequestWriter::write(m_current, m_settings, m_doc);
+    VelRequest request = m_unanswered.write(m_current);
     m_sent = std::move(request.sent);
-    if (m_current.type == VelNetTask::Sync)
-        m_doc.beginExchange();
     m_reader.emplace(m_limits);
     m_phase = Phase::Sent;
     startWaiting();

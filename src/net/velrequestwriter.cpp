@@ -64,9 +64,20 @@ VelSentEntries appendChanges(std::string &out, const VelDoc &doc)
     out += writer.text();
     return sent;
 }
+void appendAgain(std::string &out, const VelDoc &doc, const VelSentEntries &entries)
+{
+    VelXmlWriter writer;
+    for (const quint32 localid : entries) {
+        const VelEntry *entry = doc.isChangedSince(localid) ? doc.getBefore(localid) : doc.getEntry(localid);
+        if (entry)
+            writer.writeEntry(*entry);
+    }
+    out += writer.text();
+}
 } // namespace
 
-VelRequest VelRequestWriter::write(const VelNetTask &task, const VelSettings &settings, const VelDoc &doc)
+VelRequest VelRequestWriter::write(const VelNetTask &task, const VelSettings &settings, const VelDoc &doc,
+                                   const VelSentEntries *again)
 {
     VelXmlWriter head;
     head.writeHead();
@@ -79,7 +90,9 @@ VelRequest VelRequestWriter::write(const VelNetTask &task, const VelSettings &se
     if (task.type == VelNetTask::Sync) {
         appendUserId(out, doc);
         appendElement(out, " <synctime>", sentSynctime(doc), "</synctime>\n</action>\n");
-        sent = appendChanges(out, doc);
+        if (again)
+            appendAgain(out, doc, *again);
+        sent = again ? *again : appendChanges(out, doc);
     } else if (task.type == VelNetTask::GetUserRights) {
         appendUserId(out, doc);
         out += "</action>\n";

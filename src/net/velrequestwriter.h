@@ -33,5 +33,10 @@ namespace VelRequestWriter
 /** Ends every message, in both directions. */
 constexpr char Terminator = 0x1A;
 
-[[nodiscard]] VelRequest write(const VelNetTask &task, const VelSettings &settings, const VelDoc &doc);
+/**
+ * With @p again a synchronisation carries these entries, in place of what is to be sent now, as they were when the exchange
+ * began in which @p doc is.
+ */
+[[nodiscard]] VelRequest write(const VelNetTask &task, const VelSettings &settings, const VelDoc &doc,
+                               const VelSentEntries *again = nullptr);
 } // namespace VelRequestWriter

@@ -170,7 +170,6 @@ void VelNetworkTest::errorShouldUnlockTheCalendar()
     QVERIFY(!net.session->window->isEditLocked());
     QCOMPARE(net.status(), QStringLiteral("Ready."));
     QCOMPARE(net.session->doc().getEntry(1)->dirty, 1);
-    QVERIFY(!net.session->doc().isExchanging());
 }
 
 void VelNetworkTest::automaticSynchronisationShouldLockOnlyToMerge()
@@ -199,7 +198,7 @@ void VelNetworkTest::automaticSynchronisationShouldLockOnlyToMerge()
 
 void VelNetworkTest::answerShouldWaitForTheEndOfWork()
 {
-    const NetWindow net({Step{answer(Head + eventOf(9, 0)), ScriptedServer::Close}, Step{answer()}});
+    const NetWindow net({Step{answer(Head + eventOf(9, 0)), ScriptedServer::Close}, Step{answer("<action/>")}});
     VelMainWindow &window = *net.session->window;
     QVERIFY(net.isReady());
     window.slotAutoSync();
