@@ -186,6 +186,9 @@ void VelActions::makeEntryActions()
                                    Qt::Key_Escape, i18n("Gives up the synchronization that is under way"));
     stopSynchronizing->setEnabled(false);
     connect(stopSynchronizing, &VelMainWindow::slotStopSynchronizing);
+    answerInvitations = add("answer_invitations", i18n("Waiting &Invitations..."), "info",
+                            i18n("Shows the invitations that wait for your answer"));
+    connect(answerInvitations, &VelMainWindow::slotAnswerInvitations);
     connect(add("changepass", i18n("&Change Password..."), "password", i18n("Change password on the server")),
             &VelMainWindow::slotChangePass);
 }

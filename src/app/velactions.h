@@ -39,6 +39,7 @@ public:
     QAction *purge = nullptr;
     QAction *synchronize = nullptr;
     QAction *stopSynchronizing = nullptr; ///< enabled only while one is under way that can be stopped
+    QAction *answerInvitations = nullptr;
     QAction *newEntry = nullptr;
     QAction *newTodo = nullptr;
     QAction *editEntry = nullptr;

@@ -8,6 +8,7 @@
 #include "app/veldesktopalerts.h"
 #include "app/velfilechooser.h"
 #include "app/velfilecommands.h"
+#include "app/velinvitationasker.h"
 #include "app/velmailer.h"
 #include "app/velnetwork.h"
 #include "app/velonlinewidget.h"
@@ -79,6 +80,7 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
                                       VelLook::defaults(palette()));
     initDocument();
     initNetwork();
+    initInvitations();
     initUndo();
     initAlarm();
     const VelWindowOptions options =
@@ -100,6 +102,7 @@ VelMainWindow::~VelMainWindow()
     m_alarm.reset();
     m_alerts.reset();
     delete m_view;
+    m_invitations.reset();
     m_network.reset();
     delete m_doc;
 }

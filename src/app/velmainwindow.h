@@ -22,9 +22,11 @@
 #include <optional>
 
 class QLabel;
+class QToolButton;
 class VelActions;
 class VelEntryDialog;
 class VelEntryInfo;
+class VelInvitationAsker;
 class VelAlarm;
 class VelMainView;
 class VelNetwork;
@@ -88,6 +90,7 @@ public:
     [[nodiscard]] VelMainView *mainView() const { return m_view; }
     [[nodiscard]] VelFileCommands *fileCommands() const { return m_fileCommands.get(); }
     [[nodiscard]] VelNetwork *network() const { return m_network.get(); }
+    [[nodiscard]] VelInvitationAsker *invitations() const { return m_invitations.get(); }
     void setNetStatus(int status);
 
     /**
@@ -147,6 +150,8 @@ public Q_SLOTS:
     void slotStopSynchronizing();
     /** What the program does with its first window: see VelNetwork::synchronizeAtStart(). */
     void slotAutoSync();
+    /** Asks about the invitations that wait. */
+    void slotAnswerInvitations();
     void slotChangePass();
     void slotPreferences();
     void slotAccels();
@@ -174,6 +179,10 @@ private:
     void initNetwork();
     void connectNetwork();
     [[nodiscard]] bool isInUse() const;
+    void initInvitations();
+    void showOpenInvitations(int count);
+    void tellOutcome(const VelMerge::Report &report);
+    void keepChanges();
     void initView(const VelWindowOptions &options);
     void readOptions(const VelWindowOptions &options);
     [[nodiscard]] VelWindowOptions currentOptions() const;
@@ -213,7 +222,7 @@ private:
     [[nodiscard]] bool isRemote() const;
     [[nodiscard]] std::optional<int> askAbout(const VelMerge::Question &question);
     [[nodiscard]] std::optional<int> runEntryInfo(const VelEntry &entry, VelAnswer::Mode mode,
-                                                  const QString &text, bool mayAnswer);
+                                                  const QString &text, bool mayAnswer, int others = 0);
     bool applyAnswer(quint32 localid, int answer);
     [[nodiscard]] QDate dayOfNew() const;
     [[nodiscard]] bool isStored(const VelEntry &entry) const;
@@ -245,6 +254,9 @@ private:
     std::unique_ptr<VelUndo> m_undo;
     std::unique_ptr<VelTrust> m_trust;
     std::unique_ptr<VelNetwork> m_network;
+    std::unique_ptr<VelInvitationAsker> m_invitations;
+    QToolButton *m_openInvitations = nullptr; // in the status bar, while there are any
+    VelNotTaken m_notTaken;
     std::function<std::optional<QString>(const QString &)> m_askPassword;
     std::function<std::optional<int>(const VelMerge::Question &)> m_ask;
     VelRemoteCalendarDialog *m_remoteDialog = nullptr; // made when it is first needed

@@ -4,6 +4,7 @@
 #include "app/velactions.h"
 #include "app/velcertificates.h"
 #include "app/velconnectiontest.h"
+#include "app/velinvitationasker.h"
 #include "app/velmainwindow.h"
 #include "app/velnetwork.h"
 #include "app/velonlinewidget.h"
@@ -40,7 +41,7 @@ void VelMainWindow::initNetwork()
             if (!m_closing.isWaiting())
                 m_statusText->setText(idleText());
         },
-        [this](const VelMerge::Question &question) { return askAbout(question); }, m_now});
+        [this](const VelMerge::Question &notice) { static_cast<void>(askAbout(notice)); }, m_now});
     m_syncBar = new VelSyncBar(m_actions->stopSynchronizing, statusBar());
     connectNetwork();
 }
@@ -206,7 +207,8 @@ std::optional<int> VelMainWindow::askAbout(const VelMerge::Question &question)
 {
     if (m_ask)
         return m_ask(question);
-    return runEntryInfo(question.entry, question.mode(), question.text(), m_doc->isWritable());
+    return runEntryInfo(question.entry, question.mode(), question.text(), m_doc->isWritable(),
+                        question.others);
 }
 
 void VelMainWindow::finishMerge(const VelMerge::Report &report)
@@ -215,20 +217,15 @@ void VelMainWindow::finishMerge(const VelMerge::Report &report)
     m_isUnfilled = false;
     m_network->resume(); // the calendar that it was stopped for is to be had again
     if (report.hasChanged) {
-        m_doc->slotUpdateAllViews(nullptr);
-        if (m_settings.autoSaveSync && !m_doc->isUntitled())
-            saveByItself();
+        keepChanges();
         if (!self)
             return;
         if (isRemote() && !report.hasUnsent)
             m_doc->setModified(false); // it is kept where it came from
     }
     m_doc->setModsSynced(!report.hasUnsent);
-    if (report.received > 0) {
-        statusBar()->showMessage(
-            i18np("One entry came from the server.", "%1 entries came from the server.", report.received),
-            NoticeTime);
-    }
+    m_invitations->take(report, m_network->isAskedFor());
+    tellOutcome(report);
 }
 
 /** The account is the user's: a window that kept an old password would fail, and write it over the new one at its end. */

@@ -210,15 +210,17 @@ bool VelMainWindow::applyAnswer(quint32 localid, int answer)
 
 /** The answer, Unanswered for none; nothing when the viewer was closed without one. */
 std::optional<int> VelMainWindow::runEntryInfo(const VelEntry &entry, VelAnswer::Mode mode,
-                                               const QString &text, bool mayAnswer)
+                                               const QString &text, bool mayAnswer, int others)
 {
     delete m_entryInfo;
     auto *info = new VelEntryInfo(entry, this, mode, text, mayAnswer);
     m_entryInfo = info;
+    info->offerLater(others);
     connect(m_doc, &VelDoc::contentsReplaced, info, &QDialog::reject);
     const QPointer<VelEntryInfo> shown(info);
     const bool isAccepted = shown->exec() == QDialog::Accepted && shown;
-    const std::optional<int> answer = isAccepted ? std::optional(shown->getAnswer()) : std::nullopt;
+    const bool hasAnswer = isAccepted || (shown && shown->getAnswer() == VelAnswer::AllLater);
+    const std::optional<int> answer = hasAnswer ? std::optional(shown->getAnswer()) : std::nullopt;
     delete shown.data();
     return answer;
 }

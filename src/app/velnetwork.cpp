@@ -322,15 +322,14 @@ void VelNetwork::takeSync(VelXmlContent &content, const VelSentEntries &sent)
         Q_EMIT settingsChanged();
     }
     const bool hasAccounts = content.accounts.has_value();
-    VelMerge merge(doc, std::move(content), sent);
+    VelMerge merge(doc, std::move(content), sent, m_context.settings.origUserid);
     if (hasAccounts)
         Q_EMIT accountsReady();
     const QPointer<VelNetwork> self(this);
-    for (const VelMerge::Question &question : merge.questions()) {
-        const std::optional<int> answer = m_context.ask(question);
+    for (const VelMerge::Question &notice : merge.notices()) {
+        m_context.tell(notice);
         if (!self)
             return; // with the window, and nothing applied
-        merge.setAnswer(question, answer);
     }
     if (!doc.isExchanging())
         return;

@@ -35,8 +35,8 @@ public:
         std::function<void()> lockChanged; ///< isLocking(), or isStoppable(), is another
         std::function<void(const QString &)> status; ///< takes the place of a passing notice
         std::function<void()> ready; ///< the status is over; a passing notice stays to be read
-        /** Shows what the user must know or answer, see VelMerge::setAnswer(). May run an event loop. */
-        std::function<std::optional<int>(const VelMerge::Question &)> ask;
+        /** Shows what the user must know. May run an event loop. */
+        std::function<void(const VelMerge::Question &)> tell;
         std::function<VelDateTime()> now;
     };
 
@@ -78,6 +78,8 @@ public:
     [[nodiscard]] bool isSynchronizing() const { return m_isSynchronizing; }
     /** True while nothing in the calendar may be changed. */
     [[nodiscard]] bool isLocking() const { return m_isByHand || m_isMerging; }
+    /** True while somebody waits for the synchronisation that runs, and no other follows it at once. */
+    [[nodiscard]] bool isAskedFor() const { return m_isByHand && !m_isWantedAgain && !m_hasMoreToSend; }
     /** True while stopSynchronizing() does something. */
     [[nodiscard]] bool isStoppable() const { return m_isByHand && !m_isMerging; }
     /** True while a request is under way, or an answer waits to be taken in. */
@@ -154,7 +156,7 @@ private:
     QTimer m_waitingTimer;
     VelSyncRecord m_record;
     VelSyncRecord::Outcome m_outcome = VelSyncRecord::Outcome::Undecided; // of the one that runs
-    bool m_hasMoreToSend = false; // than what had to be repeated first
     bool m_isStopped = false;
+    bool m_hasMoreToSend = false; // than what had to be repeated first
     bool m_hasShownProgress = false;
 };

@@ -7,6 +7,7 @@
 #include "dialogs/velentryrows.h"
 #include "document/veldoc.h"
 #include "hub/velapp.h"
+#include "model/velsettings.h"
 
 #include <KLocalizedString>
 
@@ -47,12 +48,19 @@ QString captionOf(int type)
     }
 }
 
-/** Also of an owner whom only the entry knows. */
-QString organizerOf(const VelApp &app, const VelEntry &entry)
+/** Also of somebody whom only the entry knows. */
+QString nameOf(const VelApp &app, const VelEntry &entry, quint32 userid)
 {
-    const QString name = app.getAccountName(entry.user);
-    const VelAccount *guest = entry.user != 0 ? entry.accounts.get(entry.user) : nullptr;
+    const QString name = app.getAccountName(userid);
+    const VelAccount *guest = userid != 0 ? entry.accounts.get(userid) : nullptr;
     return name.isEmpty() && guest ? guest->name : name;
+}
+
+/** True when the window shows the calendar of somebody else, whom the invitations in it are for. */
+bool isOfAnother(const VelApp &app)
+{
+    const quint32 own = app.settings()->origUserid;
+    return own != 0 && app.document()->getUserId() != own;
 }
 
 QLabel *plainLabel(const QString &text, QWidget *parent)
@@ -81,26 +89,44 @@ VelEntryInfo::VelEntryInfo(const VelEntry &entry, QWidget *parent, VelAnswer::Mo
     auto *layout = new QVBoxLayout(this);
     if (hasHeader && !text.isEmpty() && doc.getOrigRight() == VelDoc::FullRight)
         layout->addWidget(plainLabel(text, this));
+    if (offer.isOffered && isOfAnother(app))
+        layout->addWidget(plainLabel(i18n("You answer for %1.", nameOf(app, entry, doc.getUserId())), this));
     if (offer.isOffered)
         addAnswers(layout, offer);
-    QScrollArea *rows = makeRows(velEntryRows(doc, entry, mode, organizerOf(app, entry)));
+    QScrollArea *rows = makeRows(velEntryRows(doc, entry, mode, nameOf(app, entry, entry.user)));
     layout->addWidget(rows, 1);
-    auto *box = new QDialogButtonBox(QDialogButtonBox::Ok, this);
-    QPushButton *ok = box->button(QDialogButtonBox::Ok);
+    m_box = new QDialogButtonBox(QDialogButtonBox::Ok, this);
+    QPushButton *ok = m_box->button(QDialogButtonBox::Ok);
     ok->setDefault(true);
     ok->setEnabled(offer.mayLeaveOpen);
     if (offer.mayLeaveOpen)
         ok->setFocus();
     else
         ok->setToolTip(i18n("Please answer the invitation"));
-    connect(box, &QDialogButtonBox::accepted, this, &VelEntryInfo::slotOk);
-    layout->addWidget(box);
+    connect(m_box, &QDialogButtonBox::accepted, this, &VelEntryInfo::slotOk);
+    layout->addWidget(m_box);
     VelDialogSize::restore(*this, sizeName(), usualSize(*rows));
 }
 
 VelEntryInfo::~VelEntryInfo()
 {
     VelDialogSize::save(*this, sizeName());
+}
+
+void VelEntryInfo::offerLater(int others)
+{
+    if (others == 0)
+        return;
+    QPushButton *later = m_box->addButton(i18n("&Later for All"), QDialogButtonBox::ActionRole);
+    later->setAutoDefault(false);
+    const QString text = i18np("Leaves this and one more without an answer for now",
+                               "Leaves this and %1 more without an answer for now", others);
+    later->setToolTip(text);
+    later->setWhatsThis(text);
+    connect(later, &QPushButton::clicked, this, [this] {
+        m_answer = VelAnswer::AllLater;
+        reject();
+    });
 }
 
 void VelEntryInfo::addAnswers(QBoxLayout *layout, const VelAnswer::Offer &offer)

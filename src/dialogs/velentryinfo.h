@@ -8,6 +8,7 @@
 #include <QDialog>
 
 class QBoxLayout;
+class QDialogButtonBox;
 class QScrollArea;
 struct VelEntryRow;
 
@@ -24,7 +25,12 @@ public:
                  bool mayAnswer);
     ~VelEntryInfo() override;
 
-    /** The answer that was chosen, a value of VelAccount::Status, or 0. It counts when the dialog was accepted. */
+    /** Offers to put this and @p others that wait behind it off, when there are any. */
+    void offerLater(int others);
+    /**
+     * The answer that was chosen, a value of VelAccount::Status, or 0; it counts when the dialog was accepted. Else
+     * VelAnswer::AllLater or 0.
+     */
     [[nodiscard]] int getAnswer() const { return m_answer; }
 
 public Q_SLOTS:
@@ -41,5 +47,6 @@ private:
     [[nodiscard]] QWidget *makePeople(const VelAccountList &people, QWidget *parent) const;
     void answer(int status);
 
+    QDialogButtonBox *m_box = nullptr;
     int m_answer = VelAccount::Unanswered;
 };

@@ -18,6 +18,9 @@ enum Mode {
     Notice = 2 ///< with the organizer and what is to be told, without answers
 };
 
+/** In place of an answer: this and all others that wait are put off. */
+constexpr int AllLater = -1;
+
 /** What the user may do about an entry that is shown. */
 struct Offer {
     bool isOffered = false; ///< the answers are there

@@ -37,19 +37,29 @@ QString VelMerge::Question::text() const
     return {};
 }
 
-VelMerge::VelMerge(VelDoc &doc, VelXmlContent content, const VelSentEntries &sent)
+VelMerge::VelMerge(VelDoc &doc, VelXmlContent content, const VelSentEntries &sent, quint32 ownUserid)
     : m_doc(doc)
+    , m_sentOrder(sent)
     , m_sent(sent.begin(), sent.end())
-    , m_isTotal(content.totalsync)
+    , m_isTotal(content.totalsync && !content.error) // of a broken one nobody knows what it would have named
     , m_synctime(std::exchange(content.synctime, std::nullopt))
 {
     std::vector<std::unique_ptr<VelEntry>> entries;
     entries.swap(content.entries);
     m_doc.readXml(content);
+    m_isMine =
+        m_doc.getOrigRight() == VelDoc::FullRight && (ownUserid == 0 || ownUserid == m_doc.getUserId());
+    m_report.isTotal = m_isTotal;
     m_steps.resize(entries.size());
     for (std::size_t i = 0; i < entries.size(); ++i) {
+        m_steps[i].localid = findLocal(*entries[i]);
+        m_report.named.insert(entries[i]->globalid);
         m_steps[i].entry = std::move(entries[i]);
-        plan(m_steps[i], i);
+    }
+    dropRepeated();
+    for (Step &step : m_steps) {
+        if (step.entry)
+            plan(step);
     }
 }
 
@@ -66,63 +76,74 @@ quint32 VelMerge::findLocal(const VelEntry &entry) const
     return entry.globalid != 0 ? m_doc.getLocalId(entry.globalid) : 0;
 }
 
-void VelMerge::plan(Step &step, std::size_t index)
+void VelMerge::dropRepeated()
+{
+    std::unordered_map<quint32, Step *> byLocal;
+    std::unordered_map<quint32, Step *> byGlobal;
+    for (auto step = m_steps.rbegin(); step != m_steps.rend(); ++step) {
+        const quint32 globalid = step->entry->globalid;
+        const auto sameLocal = step->localid != 0 ? byLocal.find(step->localid) : byLocal.end();
+        const auto sameGlobal = globalid != 0 ? byGlobal.find(globalid) : byGlobal.end();
+        Step *later = sameLocal != byLocal.end() ? sameLocal->second
+            : sameGlobal != byGlobal.end()       ? sameGlobal->second
+                                                 : nullptr;
+        if (later)
+            step->entry.reset();
+        // Which one it is here, perhaps only the first of them says.
+        if (later && later->localid == 0)
+            later->localid = step->localid;
+        Step *kept = later ? later : &*step;
+        byLocal.emplace(step->localid, kept);
+        byGlobal.emplace(globalid, kept);
+    }
+}
+
+void VelMerge::plan(Step &step)
 {
     const VelEntry &entry = *step.entry;
-    step.localid = findLocal(entry);
     if (!m_doc.isOwner(&entry))
-        planForeign(step, index);
+        planForeign(step);
     else
         step.action = entry.isDeleted() ? Action::Delete : Action::Store;
 }
 
-void VelMerge::planForeign(Step &step, std::size_t index)
+void VelMerge::planForeign(Step &step)
 {
     const VelEntry &entry = *step.entry;
     const VelEntry *local = m_isTotal ? nullptr : m_doc.getEntry(step.localid);
     if (local && local->isDeleted())
         local = nullptr;
     const VelAccount *own = entry.accounts.get(m_doc.getUserId());
-    const bool isMine = m_doc.getOrigRight() == VelDoc::FullRight; // else it is somebody else's to answer
     if (!own || entry.isDeleted() || own->status == VelAccount::Declined) {
         step.action = Action::Delete;
         if (local && !own)
-            ask(Kind::Removed, *local, index);
+            m_notices.push_back({Kind::Removed, *local});
         else if (local && entry.isDeleted() && own->status != VelAccount::Unanswered)
-            ask(Kind::Cancelled, *local, index);
-    } else if (isMine && own->status == VelAccount::Unanswered) {
-        ask(Kind::Invitation, entry, index);
-    } else if (isMine && local
-               && (local->getStart() != entry.getStart() || local->getEnd() != entry.getEnd())) {
-        ask(Kind::Changed, entry, index);
+            m_notices.push_back({Kind::Cancelled, *local});
+    } else if (m_isMine && own->status == VelAccount::Unanswered && !isAnsweredSince(step.localid)) {
+        leaveOpen(Kind::Invitation, entry);
     } else {
         step.action = Action::Store;
+        if (m_isMine && local && (local->getStart() != entry.getStart() || local->getEnd() != entry.getEnd()))
+            leaveOpen(Kind::Changed, entry);
     }
 }
 
-void VelMerge::ask(Kind kind, const VelEntry &entry, std::size_t index)
+void VelMerge::leaveOpen(Kind kind, const VelEntry &entry)
 {
-    m_questions.push_back({kind, entry, index});
-    m_questions.back().entry.updRecurrence(m_doc.today());
-    // Until somebody answers.
-    m_steps[index].isPutOff = m_questions.back().mode() == VelAnswer::Invitation;
+    m_report.open.push_back({kind, entry});
 }
 
-void VelMerge::setAnswer(const Question &question, std::optional<int> answer)
+/** What the server cannot know yet. */
+bool VelMerge::isAnsweredSince(quint32 localid) const
 {
-    Step &step = m_steps[question.index];
-    step.isPutOff = !answer && question.mode() == VelAnswer::Invitation;
-    VelAccount *own = step.entry ? step.entry->accounts.get(m_doc.getUserId()) : nullptr;
-    if (question.mode() != VelAnswer::Invitation || !answer || !own)
-        return;
-    const int status = *answer == VelAccount::Unanswered ? own->status : *answer;
-    step.isPutOff = status == VelAccount::Unanswered;
-    if (step.isPutOff)
-        return;
-    step.action = status == VelAccount::Declined ? Action::StoreDeclined
-        : status != own->status                  ? Action::StoreAnswered
-                                                 : Action::Store;
-    own->status = status;
+    const VelEntry *current = m_doc.getEntry(localid);
+    if (!current || !m_doc.isChangedSince(localid))
+        return false;
+    const VelEntry *before = m_doc.getBefore(localid);
+    const int status = current->getAccountStatus(m_doc.getUserId());
+    return status != VelAccount::Unanswered
+        && (!before || before->getAccountStatus(m_doc.getUserId()) != status);
 }
 
 VelMerge::Report VelMerge::apply()
@@ -131,24 +152,20 @@ VelMerge::Report VelMerge::apply()
     if (!m_doc.isExchanging())
         return {};
     m_before = m_doc.endExchange();
+    findNotTaken();
     if (m_isTotal)
         removeUnnamed();
     for (Step &step : m_steps) {
-        // One before it may have brought it into the calendar.
-        if (step.localid == 0 && step.entry->globalid != 0)
-            step.localid = m_doc.getLocalId(step.entry->globalid);
-        if (step.isPutOff)
-            ++m_report.open;
-        else if (step.action == Action::Delete)
-            remove(step);
-        else
+        if (!step.entry)
+            continue;
+        if (step.action == Action::Delete)
+            remove(step.localid);
+        else if (step.action == Action::Store)
             store(step);
     }
-    m_report.hasChanged = m_isTotal || !m_steps.empty();
-    markSent();
+    m_report.hasChanged = !m_report.merged.empty();
     m_report.hasUnsent = hasUnsent();
-    // With the old one the server sends again what has not been answered.
-    if (m_synctime && m_report.open == 0)
+    if (m_synctime)
         m_doc.setSynctime(*m_synctime);
     return std::move(m_report);
 }
@@ -168,18 +185,50 @@ bool VelMerge::isEditedSince(const VelEntry &current) const
     return !old || !isSameButFired(*old, current);
 }
 
+void VelMerge::findNotTaken()
+{
+    std::unordered_map<quint32, const VelEntry *> came;
+    for (const Step &step : m_steps) {
+        if (step.entry && m_sent.count(step.localid) != 0)
+            came.emplace(step.localid, step.entry.get());
+    }
+    for (const quint32 localid : m_sentOrder) {
+        const VelEntry *sent = m_before.count(localid) != 0 ? before(localid) : m_doc.getEntry(localid);
+        if (!sent)
+            continue;
+        const auto found = came.find(localid);
+        if (found != came.end()) {
+            if (!VelNotTaken::isTaken(*sent, *found->second, m_doc.getUserId()))
+                m_report.notTaken.push_back(
+                    {*sent,
+                     found->second->isDeleted() ? VelNotTaken::Fate::Deleted : VelNotTaken::Fate::Replaced});
+        } else if (!m_isTotal || sent->globalid == 0) {
+            m_report.notTaken.push_back({*sent, VelNotTaken::Fate::Unsent});
+        } else if (!sent->isDeleted()) {
+            m_report.notTaken.push_back({*sent, VelNotTaken::Fate::Deleted});
+        }
+    }
+}
+
 void VelMerge::store(Step &step)
 {
     std::unique_ptr<VelEntry> entry = std::move(step.entry);
     const VelEntry *current = m_doc.getEntry(step.localid);
-    const bool isGoneSince = !current && before(step.localid);
+    const VelEntry *old = before(step.localid);
+    if (current && !old && m_before.count(step.localid) != 0)
+        return; // has come here by another way since, and is still to be sent
+    const bool isGoneSince = !current && old;
     entry->localid = current || isGoneSince ? step.localid : 0;
-    entry->dirty = step.action == Action::Store ? 0 : 1;
-    if (isGoneSince || step.action == Action::StoreDeclined) {
+    entry->dirty = 0;
+    if (isGoneSince) {
         // The server is to hear of it.
         entry->type = VelEntry::Deleted;
         entry->dirty = 1;
     }
+    if (current)
+        entry = putOver(std::move(entry), *current);
+    if (current && *entry == *current)
+        return;
     m_report.received += m_sent.count(step.localid) == 0 ? 1 : 0;
     const bool isNew = entry->localid == 0;
     if (isNew)
@@ -188,28 +237,24 @@ void VelMerge::store(Step &step)
                                    : isNew        ? Merged::Added
                                                   : Merged::Replaced,
                                entry->localid});
-    if (current && !entry->isDeleted())
-        storeOver(std::move(entry), *current);
-    else
-        m_doc.addEntry(std::move(entry));
+    m_doc.addEntry(std::move(entry));
 }
 
 /** What the user did meanwhile goes on top of what came. */
-void VelMerge::storeOver(std::unique_ptr<VelEntry> entry, const VelEntry &current)
+std::unique_ptr<VelEntry> VelMerge::putOver(std::unique_ptr<VelEntry> entry, const VelEntry &current)
 {
-    const VelEntry *old = before(current.localid);
-    if (old) {
+    if (const VelEntry *old = before(current.localid)) {
         entry = VelReplay::replayed(*entry, *old, current);
         entry->dirty = 1;
     } else if (current.reminderfired && current.reminder == entry->reminder) {
         entry->reminderfired = true; // it has rung here, whatever others know of that
     }
-    m_doc.addEntry(std::move(entry));
+    return entry;
 }
 
-void VelMerge::remove(const Step &step)
+void VelMerge::remove(quint32 localid)
 {
-    const VelEntry *current = m_doc.getEntry(step.localid);
+    const VelEntry *current = m_doc.getEntry(localid);
     if (!current)
         return;
     if (!current->isDeleted() && m_doc.isOwner(current) && isEditedSince(*current)) {
@@ -221,11 +266,11 @@ void VelMerge::remove(const Step &step)
         m_doc.addEntry(std::move(kept));
         return;
     }
-    m_report.merged.push_back({Merged::Deleted, step.localid});
+    m_report.merged.push_back({Merged::Deleted, localid});
     m_doc.deleteEntry(current, true);
 }
 
-/** Whatever a total synchronisation does not name is not in the calendar any more. */
+/** Whatever a total synchronisation does not name is not in the calendar any more, unless the server never knew it. */
 void VelMerge::removeUnnamed()
 {
     std::unordered_set<quint32> named;
@@ -233,30 +278,10 @@ void VelMerge::removeUnnamed()
         named.insert(step.localid);
     const VelEntryList all = m_doc.getEntries({}, 0, false, {});
     for (const VelEntryRef &each : all) {
-        if (named.count(each.getOriginal()->localid) != 0)
-            continue;
-        Step step;
-        step.localid = each.getOriginal()->localid;
-        remove(step);
-    }
-}
-
-/** The server has taken what it does not mention. What has no number there yet was not taken. */
-void VelMerge::markSent()
-{
-    for (const Step &step : m_steps) {
-        if (!step.isPutOff)
-            m_sent.erase(step.localid);
-    }
-    for (const quint32 localid : m_sent) {
-        const VelEntry *current = m_doc.getEntry(localid);
-        if (!current || m_before.count(localid) != 0 || current->globalid == 0)
-            continue;
-        if (current->isDeleted())
-            m_doc.removeEntry(localid);
-        else
-            m_doc.changeEntry(localid, [](VelEntry &entry) { entry.dirty = 0; });
-        m_report.hasChanged = true;
+        const VelEntry &entry = *each.getOriginal();
+        const bool isNew = entry.globalid == 0 && entry.dirty != 0;
+        if (!isNew && named.count(entry.localid) == 0)
+            remove(entry.localid);
     }
 }
 

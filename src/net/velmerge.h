@@ -6,20 +6,23 @@
 #include "document/velanswer.h"
 #include "document/veldoc.h"
 #include "formats/velxmlreader.h"
+#include "net/velnottaken.h"
 #include "net/velrequestwriter.h"
 
 #include <memory>
 #include <optional>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
 /**
  * Brings the answer to a synchronisation into the calendar.
  *
- * First the answer is looked through and nothing in it is applied, so that the questions that it raises can be put to the
- * user: whoever closes the window meanwhile, or loses the power, finds everything as it was, and is asked again at the next
- * synchronisation. Then apply() takes all of it at once. What changed in the calendar since the request was written keeps
- * that change, and stays to be sent.
+ * First the answer is looked through and nothing in it is applied, so that the user can be told of what goes: whoever closes
+ * the window meanwhile, or loses the power, finds everything as it was, and is told again at the next synchronisation. Then
+ * apply() takes all of it at once, except for the invitations that nobody has answered: those are handed on, see
+ * VelOpenInvitations. What changed in the calendar since the request was written keeps that change, and stays to be sent, as
+ * does all that was sent and that the answer does not mention. Of an entry that the answer holds twice the later one counts.
  */
 class VelMerge
 {
@@ -35,7 +38,7 @@ public:
     struct Question {
         Kind kind;
         VelEntry entry; ///< to be shown; of what is gone, as the calendar has it
-        std::size_t index; ///< in the answer
+        int others = 0; ///< how many more are asked after this one
         /** "Request for new appointment" and the like. */
         [[nodiscard]] QString text() const;
         [[nodiscard]] VelAnswer::Mode mode() const
@@ -56,26 +59,25 @@ public:
     struct Report {
         std::vector<Merged>
             merged; ///< in the order of the answer; then what a total synchronisation took away
-        bool hasChanged = false; ///< true also when only marks of what is to be sent have been taken away
-        bool hasUnsent = false; ///< an answer, a change made meanwhile or the like is still to be sent
-        int open = 0; ///< invitations that were left without an answer
+        bool hasChanged = false; ///< the calendar is another: to be shown, and saved
+        bool hasUnsent = false; ///< a change made meanwhile, or one that was not taken, is still to be sent
         int received = 0; ///< entries that are new or another, apart from echoes of what was sent
+        std::vector<Question> open; ///< invitations for the user to answer, as they came
+        std::unordered_set<quint32> named; ///< global ids of all entries that came
+        bool isTotal = false; ///< what was not named is not on the server any more
+        std::vector<VelNotTaken::Item> notTaken; ///< of what was sent, in the order of the request
     };
 
     /**
      * @p doc is in the exchange (VelDoc::beginExchange()) whose request carried the entries with the local ids @p sent and is
-     * answered, without an error, by @p content. Who the user is, their right, and the accounts are taken over now: the
-     * questions are shown by them.
+     * answered by @p content. Whose calendar it is, the user's right, and the accounts are taken over now: what the user is
+     * told is shown by them. @p ownUserid is the number of the user, 0 while it is not known: the invitations in somebody
+     * else's calendar are not theirs to be asked about.
      */
-    VelMerge(VelDoc &doc, VelXmlContent content, const VelSentEntries &sent);
+    VelMerge(VelDoc &doc, VelXmlContent content, const VelSentEntries &sent, quint32 ownUserid);
 
-    /** In the order of the answer. */
-    [[nodiscard]] const std::vector<Question> &questions() const { return m_questions; }
-    /**
-     * The user's answer to an invitation: a value of VelAccount::Status. None when it was put off; Unanswered when the user
-     * only took note and stays with the answer that was given before.
-     */
-    void setAnswer(const Question &question, std::optional<int> answer);
+    /** What the user is to be told first, in the order of the answer. */
+    [[nodiscard]] const std::vector<Question> &notices() const { return m_notices; }
 
     /**
      * Applies everything and ends the exchange; call it once. Does nothing, and is to be followed by nothing, when the
@@ -87,37 +89,38 @@ private:
     enum class Action {
         Skip,
         Store, ///< as it came: there is nothing left to send about it
-        StoreAnswered, ///< the user's answer is still to be sent
-        StoreDeclined, ///< as a notice for the server
         Delete ///< for good
     };
 
     struct Step {
-        std::unique_ptr<VelEntry> entry; ///< from the answer
+        std::unique_ptr<VelEntry> entry; ///< from the answer; null when it holds a later one of the same
         quint32 localid = 0; ///< of the local copy, or 0
         Action action = Action::Skip;
-        bool isPutOff = false;
     };
 
     [[nodiscard]] quint32 findLocal(const VelEntry &entry) const;
-    void plan(Step &step, std::size_t index);
-    void planForeign(Step &step, std::size_t index);
-    void ask(Kind kind, const VelEntry &entry, std::size_t index);
+    void dropRepeated();
+    void plan(Step &step);
+    void planForeign(Step &step);
+    void leaveOpen(Kind kind, const VelEntry &entry);
+    [[nodiscard]] bool isAnsweredSince(quint32 localid) const;
+    void findNotTaken();
     void store(Step &step);
-    void remove(const Step &step);
-    void storeOver(std::unique_ptr<VelEntry> entry, const VelEntry &current);
+    void remove(quint32 localid);
+    [[nodiscard]] std::unique_ptr<VelEntry> putOver(std::unique_ptr<VelEntry> entry, const VelEntry &current);
     void removeUnnamed();
-    void markSent();
     [[nodiscard]] bool hasUnsent() const;
     [[nodiscard]] const VelEntry *before(quint32 localid) const;
     [[nodiscard]] bool isEditedSince(const VelEntry &current) const;
 
     VelDoc &m_doc;
+    VelSentEntries m_sentOrder;
     std::unordered_set<quint32> m_sent;
     VelDoc::Journal m_before; // what has changed since the request was written, as it was
     bool m_isTotal;
+    bool m_isMine = false; // invitations are for the user to answer
     std::optional<QString> m_synctime;
     std::vector<Step> m_steps;
-    std::vector<Question> m_questions;
+    std::vector<Question> m_notices;
     Report m_report;
 };

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/velinvitationasker.h"
 #include "app/velnetwork.h"
 #include "model/wsecurity.h"
 #include "net/scriptedserver.h"
@@ -42,7 +43,9 @@ struct NetWindow {
     }
     [[nodiscard]] bool isReady() const
     {
-        return QTest::qWaitFor([this] { return !session->window->network()->isBusy(); });
+        return QTest::qWaitFor([this] {
+            return !session->window->network()->isBusy() && !session->window->invitations()->isAsking();
+        });
     }
     /** Runs a synchronisation to its end. */
     [[nodiscard]] bool synchronize() const
@@ -50,6 +53,12 @@ struct NetWindow {
         if (!isReady())
             return false;
         session->trigger("synchronize");
+        return isReady();
+    }
+    /** The same for one that nobody asked for. */
+    [[nodiscard]] bool synchronizeByItself() const
+    {
+        session->window->slotAutoSync();
         return isReady();
     }
     [[nodiscard]] QString status() const

@@ -13,6 +13,7 @@
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolButton>
 
 using namespace TestCalendar;
 
@@ -23,12 +24,25 @@ using Step = ScriptedServer::Step;
 // The user 3, with full rights.
 const QByteArray Head = "<action><userid>3</userid><origuserid>3</origuserid><origright>4</origright>"
                         "<synctime>later</synctime></action>";
-QByteArray eventOf(quint32 owner, int status, const QByteArray &title = "Meeting")
+QByteArray eventOf(quint32 owner, int status, const QByteArray &title = "Meeting", int globalid = 77)
 {
-    return "<entry><globalid>77</globalid><title>" + title
+    return "<entry><globalid>" + QByteArray::number(globalid) + "</globalid><title>" + title
         + "</title><start>2026-11-16 10:0</start><end>2026-11-16 11:0</end><type>1</type><user>"
         + QByteArray::number(owner) + "</user><account><id>3</id><name>Anna</name><status>"
         + QByteArray::number(status) + "</status></account></entry>";
+}
+
+const QByteArray Cancelled = eventOf(9, 4).replace("<type>1", "<type>-1");
+
+/** What is cancelled by that. */
+void addMeeting(VelDoc &doc)
+{
+    VelEntry meeting = makeEvent(QStringLiteral("Meeting"), at(testDay(), 10), at(testDay(), 11));
+    meeting.globalid = 77;
+    meeting.user = 9;
+    meeting.accounts = {VelAccount(QStringLiteral("Anna"), {}, 3)};
+    doc.setUserId(3);
+    add(doc, meeting);
 }
 
 QStringList textsOf(const FakeMessages &messages)
@@ -60,7 +74,11 @@ private Q_SLOTS:
     void closingShouldWaitForTheServer_data();
     void closingShouldWaitForTheServer();
     void deniedCalendarShouldStopSynchronisingByItself();
-    void windowClosedAtAQuestionShouldChangeNothing();
+    void windowClosedAtANoticeShouldChangeNothing();
+    void invitationsShouldWaitInTheStatusBar();
+    void whatWasNotAnsweredShouldBeRepeated_data();
+    void whatWasNotAnsweredShouldBeRepeated();
+    void whatWasNotTakenShouldBeNamed();
     void passwordShouldChangeWhenTheServerTakesIt_data();
     void passwordShouldChangeWhenTheServerTakesIt();
     void windowsShouldShareTheAccount();
@@ -111,7 +129,7 @@ void VelNetworkTest::newWindowShouldFetchTheUsers()
 
 void VelNetworkTest::synchronisationShouldLockMergeAndSave()
 {
-    const NetWindow net({Step{answer(Head + eventOf(9, 0))}});
+    const NetWindow net({Step{answer(Head + eventOf(3, 4, "Own", 76) + eventOf(9, 0))}});
     Session &session = *net.session;
     const QUrl url = QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("synced.xml")));
     addEvent(session.doc(), QStringLiteral("Mine"), at(testDay(), 8), at(testDay(), 9));
@@ -155,6 +173,9 @@ void VelNetworkTest::errorShouldUnlockTheCalendar_data()
                              << QStringList{QStringLiteral("Invalid username or password.")} << QString();
     QTest::newRow("garbage") << QByteArray("<calendar\x1A")
                              << QStringList{QStringLiteral("Error receiving data from server.")} << QString();
+    QTest::newRow("without an action")
+        << answer(eventOf(3, 4)) << QStringList{QStringLiteral("Error receiving data from server.")}
+        << QString();
     QTest::newRow("closed") << QByteArray("<calendar>") << QStringList()
                             << QStringLiteral("The server closed the connection without an answer.");
 }
@@ -170,13 +191,15 @@ void VelNetworkTest::errorShouldUnlockTheCalendar()
     QVERIFY(!net.session->window->isEditLocked());
     QCOMPARE(net.status(), QStringLiteral("Ready."));
     QCOMPARE(net.session->doc().getEntry(1)->dirty, 1);
+    QVERIFY(!net.meeting());
 }
 
 void VelNetworkTest::automaticSynchronisationShouldLockOnlyToMerge()
 {
-    const NetWindow net({Step{answer(Head + eventOf(9, 0))}});
+    const NetWindow net({Step{answer(Head + Cancelled)}});
     Session &session = *net.session;
     QVERIFY(net.isReady());
+    addMeeting(session.doc());
     session.window->setEditLock(true);
     session.window->slotAutoSync();
     QVERIFY(!session.window->network()->isBusy());
@@ -184,7 +207,7 @@ void VelNetworkTest::automaticSynchronisationShouldLockOnlyToMerge()
     bool isLocked = false;
     session.ask = [&](const VelMerge::Question &) {
         isLocked = session.window->isEditLocked() && !session.isEnabled("synchronize");
-        return VelAccount::Accepted;
+        return std::nullopt;
     };
     session.window->slotAutoSync();
     QCOMPARE(net.status(), QStringLiteral("Synchronizing with server."));
@@ -192,13 +215,14 @@ void VelNetworkTest::automaticSynchronisationShouldLockOnlyToMerge()
     QVERIFY(!session.isEnabled("stop_synchronize"));
     addEvent(session.doc(), QStringLiteral("Meanwhile"), at(testDay(), 8), at(testDay(), 9));
     QVERIFY(net.isReady());
-    QVERIFY(isLocked && net.meeting() && session.window->mayEdit());
-    QCOMPARE(session.doc().getEntry(1)->getTitle(), QStringLiteral("Meanwhile"));
+    QVERIFY(isLocked && !net.meeting() && session.window->mayEdit());
+    QCOMPARE(session.doc().getEntry(2)->getTitle(), QStringLiteral("Meanwhile"));
 }
 
 void VelNetworkTest::answerShouldWaitForTheEndOfWork()
 {
-    const NetWindow net({Step{answer(Head + eventOf(9, 0)), ScriptedServer::Close}, Step{answer("<action/>")}});
+    const NetWindow net(
+        {Step{answer(Head + eventOf(9, 0)), ScriptedServer::Close}, Step{answer("<action/>")}});
     VelMainWindow &window = *net.session->window;
     QVERIFY(net.isReady());
     window.slotAutoSync();
@@ -228,7 +252,7 @@ void VelNetworkTest::synchronisationByHandShouldStop()
     QVERIFY(net.isReady());
     QCOMPARE(net.passing(), QStringLiteral("Synchronizing was stopped."));
     QVERIFY(session.window->mayEdit() && session.isEnabled("synchronize"));
-    QVERIFY(!session.doc().isExchanging() && session.doc().getEntry(1)->dirty == 1);
+    QVERIFY(session.doc().getEntry(1)->dirty == 1);
     session.trigger("synchronize");
     session.window->setEditLock(true);
     QTRY_VERIFY(net.status().startsWith(QLatin1String("The server has answered.")));
@@ -319,10 +343,11 @@ void VelNetworkTest::deniedCalendarShouldStopSynchronisingByItself()
     QVERIFY(window.network()->isBusy());
 }
 
-void VelNetworkTest::windowClosedAtAQuestionShouldChangeNothing()
+void VelNetworkTest::windowClosedAtANoticeShouldChangeNothing()
 {
-    const NetWindow net({Step{answer(Head + eventOf(3, 4, "First") + eventOf(9, 0))}});
+    const NetWindow net({Step{answer(Head + eventOf(3, 4, "First", 76) + Cancelled)}});
     Session &session = *net.session;
+    addMeeting(session.doc());
     const QUrl url = QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("question.xml")));
     QVERIFY(session.doc().saveDocument(url, true));
     const QByteArray before = fileBytes(url.toLocalFile());
@@ -335,6 +360,81 @@ void VelNetworkTest::windowClosedAtAQuestionShouldChangeNothing()
     session.trigger("synchronize");
     QTRY_VERIFY(!session.window);
     QCOMPARE(fileBytes(url.toLocalFile()), before);
+}
+
+void VelNetworkTest::invitationsShouldWaitInTheStatusBar()
+{
+    const Step invitations{answer(Head + eventOf(9, 0) + eventOf(9, 0, "Other", 78))};
+    const NetWindow net({invitations, invitations, invitations});
+    Session &session = *net.session;
+    const auto *button = session.window->findChild<QToolButton *>(QStringLiteral("openInvitations"));
+    QVERIFY(net.isReady() && button->isHidden() && !session.isEnabled("answer_invitations"));
+    QVector<int> others;
+    session.ask = [&others](const VelMerge::Question &question) -> std::optional<int> {
+        others.append(question.others);
+        return VelAnswer::AllLater;
+    };
+    QVERIFY(net.synchronizeByItself()); // the first asks all the same
+    QCOMPARE(others, QVector<int>{1});
+    QCOMPARE(button->text(), QStringLiteral("2 invitations wait"));
+    QVERIFY(!button->isHidden() && button->focusPolicy() == Qt::StrongFocus);
+    QVERIFY(net.synchronizeByItself());
+    QCOMPARE(others.size(), 1);
+    QVERIFY(!session.doc().isModified() && session.doc().getEntryCount() == 0);
+    session.ask = [](const VelMerge::Question &question) -> std::optional<int> {
+        return question.others > 0 ? std::nullopt : std::optional<int>(VelAccount::Declined);
+    };
+    session.trigger("answer_invitations");
+    QVERIFY(net.isReady());
+    QCOMPARE(button->text(), QStringLiteral("1 invitation waits"));
+    QVERIFY(session.doc().isModified() && session.doc().getEntryCount() == 1);
+    session.ask = {};
+    QVERIFY(net.synchronize());
+    QVERIFY(button->isHidden());
+    QVERIFY(net.server.requests.last().contains("<type>-1"));
+    QVERIFY(net.meeting() && net.meeting()->dirty == 1);
+}
+
+void VelNetworkTest::whatWasNotAnsweredShouldBeRepeated_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<bool>("isRepeated");
+    QTest::newRow("closed") << QByteArray("<calendar>") << true;
+    QTest::newRow("unreadable") << QByteArray("<calendar\x1A") << true;
+    QTest::newRow("refused") << answer("<action><error>3</error></action>") << false;
+}
+
+void VelNetworkTest::whatWasNotAnsweredShouldBeRepeated()
+{
+    QFETCH(const QByteArray, reply);
+    QFETCH(const bool, isRepeated);
+    const NetWindow net({Step{reply, ScriptedServer::Close},
+                         Step{answer(Head + eventOf(3, 4).replace("<entry>", "<entry><localid>1</localid>"))},
+                         Step{answer(Head)}});
+    VelDoc &doc = net.session->doc();
+    addEvent(doc, QStringLiteral("Old"), at(testDay(), 8), at(testDay(), 9));
+    QVERIFY(net.synchronize());
+    doc.changeEntry(1, [](VelEntry &entry) { entry.setTitle(QStringLiteral("New")); });
+    QVERIFY(net.synchronizeByItself());
+    const QList<QByteArray> &requests = net.server.requests;
+    QCOMPARE(requests.at(2) == requests.at(1), isRepeated);
+    QVERIFY(requests.last().contains("<title>New"));
+    QCOMPARE(requests.size(), isRepeated ? 4 : 3); // the rest follows at once
+}
+
+void VelNetworkTest::whatWasNotTakenShouldBeNamed()
+{
+    const NetWindow net({Step{answer(Head)}, Step{answer(Head)}, Step{answer(Head)}});
+    addEvent(net.session->doc(), QStringLiteral("Mine"), at(testDay(), 8), at(testDay(), 9));
+    const QString text = QStringLiteral("One change was not taken: Mine");
+    QVERIFY(net.isReady() && net.synchronizeByItself());
+    const QStatusBar *bar = net.session->window->statusBar();
+    QCOMPARE(bar->currentMessage(), text);
+    net.session->window->slotStatusMsg({});
+    QVERIFY(net.synchronizeByItself());
+    QCOMPARE(bar->currentMessage(), QString());
+    QVERIFY(net.synchronize());
+    QCOMPARE(textsOf(*net.session->messages), QStringList{text});
 }
 
 void VelNetworkTest::passwordShouldChangeWhenTheServerTakesIt_data()
@@ -398,7 +498,8 @@ void VelNetworkTest::calendarOfAnotherShouldOpenInAWindowOfItsOwn()
 
 void VelNetworkTest::undoAfterASynchronisationShouldBeSent()
 {
-    const NetWindow net({Step{answer(Head + eventOf(3, 4))}, Step{answer(Head)}, Step{answer(Head)}});
+    const NetWindow net({Step{answer(Head + eventOf(3, 4))}, Step{answer(Head + eventOf(3, 4, "Renamed"))},
+                         Step{answer(Head + eventOf(3, 4))}});
     QVERIFY(net.synchronize());
     const quint32 localid = net.meeting()->localid;
     {

@@ -81,6 +81,7 @@ private Q_SLOTS:
     void rowsShouldFollowTheEntry();
     void textsShouldStandAsTheyAre();
     void answersShouldBeNotedInTheOwnRecord();
+    void othersShouldBePutOffWithIt();
     void archiveDialogShouldCountAndNeedAFile();
 };
 
@@ -153,6 +154,10 @@ void VelEntryInfoTest::textsShouldStandAsTheyAre()
     QCOMPARE(me->data(Qt::AccessibleTextRole).toString(), QStringLiteral("Me: Accepted tentatively"));
     const auto *told = info.findChild<QLabel *>(QString(), Qt::FindDirectChildrenOnly);
     QVERIFY(told && told->textFormat() == Qt::PlainText && told->text() == QLatin1String("<i>New</i>"));
+    window.app.fakeSettings.origUserid = Boss; // who looks at the calendar of Me
+    const VelEntryInfo foreign(window.entry(), &window.app, VelAnswer::Plain, {}, true);
+    QCOMPARE(foreign.findChild<QLabel *>(QString(), Qt::FindDirectChildrenOnly)->text(),
+             QStringLiteral("You answer for Me."));
 }
 
 void VelEntryInfoTest::answersShouldBeNotedInTheOwnRecord()
@@ -182,6 +187,17 @@ void VelEntryInfoTest::answersShouldBeNotedInTheOwnRecord()
         QCOMPARE(entry.isDeleted(), isNoted && answer == VelAccount::Declined);
         QCOMPARE(entry.accounts.last().status, isNoted ? answer : before.accounts.last().status);
     }
+}
+
+void VelEntryInfoTest::othersShouldBePutOffWithIt()
+{
+    Window window(VelAccount::Unanswered);
+    VelEntryInfo info(window.entry(), &window.app, VelAnswer::Plain, {}, true);
+    info.offerLater(0);
+    QCOMPARE(buttonsOf(info), QStringLiteral("Accept, Accept tentatively, Decline, (OK)"));
+    info.offerLater(2);
+    info.findChildren<QPushButton *>().last()->click();
+    QVERIFY(info.result() == QDialog::Rejected && info.getAnswer() == VelAnswer::AllLater);
 }
 
 void VelEntryInfoTest::archiveDialogShouldCountAndNeedAFile()

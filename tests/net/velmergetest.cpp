@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Delmast Time authors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "net/velmerge.h"
 #include "document/testdoc.h"
+#include "net/velopeninvitations.h"
 #include "support/velrandomentry.h"
 
 #include <QTest>
@@ -90,9 +90,13 @@ private Q_SLOTS:
     void shouldTakeTheAnswer();
     void shouldKeepWhatChangedMeanwhile_data();
     void shouldKeepWhatChangedMeanwhile();
-    void shouldMarkOnlyWhatWasSent();
+    void shouldAskNothingThatWasAnsweredMeanwhile();
+    void shouldKeepAndNameWhatWasNotTaken();
+    void shouldTellWhatCameBackOtherwise_data();
+    void shouldTellWhatCameBackOtherwise();
+    void shouldGoByTheLaterOfTwo();
     void shouldReplaceTheCalendarWhenItIsTotal();
-    void shouldAskInOrderAndApplyNothingBefore();
+    void shouldApplyNothingBeforeItIsTold();
     void shouldNotTouchAnotherCalendar();
     void shouldLoseNothingThatIsDirty();
 };
@@ -154,15 +158,19 @@ void VelMergeTest::shouldAskAndMergeByOwnerRecordAndCopy()
         add(doc, copy);
     }
     doc.beginExchange();
-    VelMerge merge(doc, answerOf({meeting(owner, status, type)}), dirtyOf(doc));
-    QCOMPARE(int(merge.questions().size()), question < 0 ? 0 : 1);
-    for (const VelMerge::Question &asked : merge.questions()) {
-        QCOMPARE(int(asked.kind), question);
-        QCOMPARE(asked.entry.getTitle(), QStringLiteral("Meeting"));
-        merge.setAnswer(asked, VelAccount::Accepted);
-    }
+    VelMerge merge(doc, answerOf({meeting(owner, status, type)}), dirtyOf(doc), Me);
+    std::vector<VelMerge::Question> asked = merge.notices();
     const VelMerge::Report report = merge.apply();
-    QCOMPARE(report.open, 0);
+    asked.insert(asked.end(), report.open.begin(), report.open.end());
+    QCOMPARE(int(asked.size()), question < 0 ? 0 : 1);
+    if (question >= 0) {
+        QCOMPARE(int(asked.front().kind), question);
+        QCOMPARE(asked.front().entry.getTitle(), QStringLiteral("Meeting"));
+    }
+    VelOpenInvitations open;
+    open.take(report, doc);
+    for (const quint32 globalid : open.ids())
+        open.answer(doc, globalid, VelAccount::Accepted);
     QTEST(stateOf(doc), "merged");
     QCOMPARE(doc.getSynctime(), QStringLiteral("new"));
 }
@@ -172,44 +180,50 @@ void VelMergeTest::shouldTakeTheAnswer_data()
     QTest::addColumn<int>("status"); // 0 asks for an invitation, 4 for a change
     QTest::addColumn<int>("answer"); // -1 for a window that was closed
     QTest::addColumn<QString>("merged");
-    QTest::addColumn<QString>("synctime");
-    const char *before = "1 Meeting 5 4 77 0";
-    QTest::newRow("invited, closed") << 0 << -1 << ""
-                                     << "old";
-    QTest::newRow("invited, no answer") << 0 << 0 << ""
-                                        << "old";
-    QTest::newRow("invited, declined") << 0 << 2 << "-1 Meeting 2 2 77 1"
-                                       << "new";
-    QTest::newRow("invited, tentative") << 0 << 3 << "1 Meeting 2 3 77 1"
-                                        << "new";
-    QTest::newRow("invited, accepted") << 0 << 4 << "1 Meeting 2 4 77 1"
-                                       << "new";
-    QTest::newRow("moved, closed") << 4 << -1 << before << "old";
-    QTest::newRow("moved, taken note of") << 4 << 0 << "1 Meeting 2 4 77 0"
-                                          << "new";
-    QTest::newRow("moved, declined") << 4 << 2 << "-1 Meeting 2 2 77 1"
-                                     << "new";
-    QTest::newRow("moved, tentative") << 4 << 3 << "1 Meeting 2 3 77 1"
-                                      << "new";
+    QTest::addColumn<int>("waiting"); // invitations
+    const char *after = "1 Meeting 2 4 77 0";
+    QTest::newRow("invited, closed") << 0 << -1 << "" << 1;
+    QTest::newRow("invited, no answer") << 0 << 0 << "" << 1;
+    QTest::newRow("invited, declined") << 0 << 2 << "-1 Meeting 2 2 77 1" << 0;
+    QTest::newRow("invited, tentative") << 0 << 3 << "1 Meeting 2 3 77 1" << 0;
+    QTest::newRow("invited, accepted") << 0 << 4 << "1 Meeting 2 4 77 1" << 0;
+    QTest::newRow("moved, closed") << 4 << -1 << after << 1;
+    QTest::newRow("moved, taken note of") << 4 << 0 << after << 0;
+    QTest::newRow("moved, declined") << 4 << 2 << "-1 Meeting 2 2 77 1" << 0;
+    QTest::newRow("moved, tentative") << 4 << 3 << "1 Meeting 2 3 77 1" << 0;
 }
 
 void VelMergeTest::shouldTakeTheAnswer()
 {
     QFETCH(const int, status);
     QFETCH(const int, answer);
+    QFETCH(const int, waiting);
     MergeDoc doc;
     if (status != 0) {
         VelEntry copy = meeting(Other, status);
         copy.setStored(copy.getTitle(), {}, march(5, 10), march(5, 11));
         add(doc, copy);
     }
-    doc.beginExchange();
-    VelMerge merge(doc, answerOf({meeting(Other, status)}), {});
-    QCOMPARE(merge.questions().size(), std::size_t(1));
-    merge.setAnswer(merge.questions().front(), answer < 0 ? std::nullopt : std::optional(answer));
-    merge.apply();
+    VelOpenInvitations open;
+    const auto merge = [&doc, &open](std::initializer_list<VelEntry> entries) {
+        doc.beginExchange();
+        const VelMerge::Report report = VelMerge(doc, answerOf(entries), {}, Me).apply();
+        open.take(report, doc);
+        return report;
+    };
+    QCOMPARE(merge({meeting(Other, status)}).hasChanged, status != 0);
+    QCOMPARE(doc.getSynctime(), QStringLiteral("new"));
+    QVERIFY(open.question(GlobalId, doc)->entry.getStart() == march(2, 10));
+    if (answer >= 0)
+        QCOMPARE(open.answer(doc, GlobalId, answer), answer > 0);
     QTEST(stateOf(doc), "merged");
-    QTEST(doc.getSynctime(), "synctime");
+    QCOMPARE(open.count(), waiting);
+    if (waiting == 0)
+        return;
+    QVERIFY(!merge({meeting(Other, status)}).hasChanged); // what waits already changes nothing
+    QCOMPARE(open.count(), 1);
+    merge({meeting(Other, VelAccount::Tentative)}); // answered at another device
+    QCOMPARE(open.count(), 0);
 }
 
 void VelMergeTest::shouldKeepWhatChangedMeanwhile_data()
@@ -251,13 +265,32 @@ void VelMergeTest::shouldKeepWhatChangedMeanwhile()
     VelEntry coming = meeting(0, NotInvited, type);
     coming.reminder = 10;
     coming.setStored(coming.getTitle(), {}, march(9, 10), march(9, 11));
-    VelMerge merge(doc, answerOf({coming}), {});
+    VelMerge merge(doc, answerOf({coming}), {}, Me);
     merge.apply();
     QTEST(stateOf(doc), "merged");
     QCOMPARE(doc.getEntry(localid) && doc.getEntry(localid)->reminderfired, fired);
 }
 
-void VelMergeTest::shouldMarkOnlyWhatWasSent()
+// The server repeats what it has no answer to.
+void VelMergeTest::shouldAskNothingThatWasAnsweredMeanwhile()
+{
+    MergeDoc doc;
+    add(doc, meeting(Other, VelAccount::Unanswered));
+    VelEntry fresh = meeting(Other, VelAccount::Unanswered);
+    fresh.globalid = 5;
+    VelOpenInvitations open;
+    doc.beginExchange();
+    open.take(VelMerge(doc, answerOf({fresh, meeting(Other, VelAccount::Unanswered)}), {}, Me).apply(), doc);
+    doc.beginExchange();
+    QVERIFY(open.answer(doc, 5, VelAccount::Accepted) && open.answer(doc, GlobalId, VelAccount::Tentative));
+    const QString before = stateOf(doc);
+    VelMerge merge(doc, answerOf({fresh, meeting(Other, VelAccount::Unanswered)}), {}, Me);
+    const VelMerge::Report report = merge.apply();
+    QVERIFY(report.open.empty() && !report.hasChanged);
+    QCOMPARE(stateOf(doc), before);
+}
+
+void VelMergeTest::shouldKeepAndNameWhatWasNotTaken()
 {
     MergeDoc doc;
     const quint32 known = addSynced(doc, QStringLiteral("Known"), 1)->localid;
@@ -266,19 +299,77 @@ void VelMergeTest::shouldMarkOnlyWhatWasSent()
     doc.changeEntry(changedLater, [](VelEntry &entry) { entry.uDirty(1); });
     doc.deleteEntry(addSynced(doc, QStringLiteral("Deleted"), 3), false);
     const quint32 fresh = addEvent(doc, QStringLiteral("Fresh"), march(3, 9), march(3, 10))->localid;
-    addEvent(doc, QStringLiteral("NotTaken"), march(3, 9), march(3, 10));
+    addEvent(doc, QString(50, QLatin1Char('x')), march(3, 9), march(3, 10));
     const std::vector<quint32> sent = dirtyOf(doc);
     QCOMPARE(sent.size(), std::size_t(5));
     doc.beginExchange();
     doc.changeEntry(changedLater, [](VelEntry &entry) { entry.setTitle(QStringLiteral("Again")); });
     VelEntry echo(*doc.getEntry(fresh));
     echo.globalid = 4;
-    VelMerge merge(doc, answerOf({echo}), sent);
-    const VelMerge::Report report = merge.apply();
-    QCOMPARE(stateOf(doc),
-             QStringLiteral("1 Known 2 0 1 0, 1 Again 2 0 2 1, 1 Fresh 3 0 4 0, 1 NotTaken 3 0 0 1"));
+    const VelMerge::Report report = VelMerge(doc, answerOf({echo}), sent, Me).apply();
+    QCOMPARE(dirtyOf(doc), (std::vector<quint32>{1, 2, 3, 5}));
     QVERIFY(report.hasUnsent);
     QCOMPARE(report.merged, (std::vector<VelMerge::Merged>{{VelMerge::Merged::Replaced, fresh}}));
+    VelNotTaken notTaken;
+    QCOMPARE(notTaken.tell(report.notTaken, false),
+             QStringLiteral("4 changes were not taken: Known, ChangedLater, Deleted, %1...")
+                 .arg(QString(40, QLatin1Char('x'))));
+    QCOMPARE(notTaken.tell(report.notTaken, false), QString());
+    QVERIFY(!notTaken.tell(report.notTaken, true).isEmpty());
+    std::vector<VelNotTaken::Item> changed(report.notTaken.begin(), report.notTaken.begin() + 1);
+    QCOMPARE(notTaken.tell(changed, false), QString());
+    changed[0].entry.setTitle(QStringLiteral("Known better"));
+    QCOMPARE(notTaken.tell(changed, false), QStringLiteral("One change was not taken: Known better"));
+}
+
+void VelMergeTest::shouldTellWhatCameBackOtherwise_data()
+{
+    QTest::addColumn<VelEntry>("sent");
+    QTest::addColumn<VelEntry>("came");
+    QTest::addColumn<bool>("isTaken");
+    VelEntry own = meeting(0, NotInvited);
+    own.setStored(own.getTitle(), QStringLiteral("a\x1A"), march(2, 10).addSecs(30), march(2, 11));
+    VelEntry echo = meeting(Me, NotInvited);
+    echo.setStored(own.getTitle(), QStringLiteral("a"), march(2, 10), march(2, 11));
+    echo.accounts[0].status = VelAccount::Accepted;
+    echo.accounts[0].name = QStringLiteral("Somebody Else");
+    QTest::newRow("completed by the server") << own << echo << true;
+    echo.setTitle(QStringLiteral("Theirs"));
+    QTest::newRow("another title") << own << echo << false;
+    QTest::newRow("another guest") << own << meeting(Me, Me) << false;
+    QTest::newRow("deleted there") << own << meeting(Me, NotInvited, -1) << false;
+    QTest::newRow("deleted here, too") << meeting(0, NotInvited, -1) << meeting(Me, NotInvited, -1) << true;
+    QTest::newRow("deletion refused") << meeting(0, NotInvited, -1) << meeting(Me, NotInvited) << false;
+    QTest::newRow("accepted") << meeting(Other, 4) << meeting(Other, 4) << true;
+    QTest::newRow("answer refused") << meeting(Other, 4) << meeting(Other, 0) << false;
+    QTest::newRow("declined") << meeting(Other, 2, -1) << meeting(Other, 2) << true;
+}
+
+void VelMergeTest::shouldTellWhatCameBackOtherwise()
+{
+    QFETCH(const VelEntry, sent);
+    QFETCH(const VelEntry, came);
+    QTEST(VelNotTaken::isTaken(sent, came, Me), "isTaken");
+}
+
+void VelMergeTest::shouldGoByTheLaterOfTwo()
+{
+    MergeDoc doc;
+    const quint32 fresh = add(doc, makeEvent(QStringLiteral("Fresh"), march(3, 9), march(3, 10)))->localid;
+    add(doc, meeting(Other, VelAccount::Accepted));
+    doc.beginExchange();
+    VelEntry echo(*doc.getEntry(fresh));
+    echo.globalid = 4;
+    VelEntry later = echo;
+    later.localid = 0;
+    later.setTitle(QStringLiteral("Later"));
+    VelEntry moved = meeting(Other, VelAccount::Unanswered);
+    VelMerge merge(doc, answerOf({echo, moved, meeting(Other, 4, -1), later, meeting(Other, 3)}), {fresh},
+                   Me);
+    QVERIFY(merge.notices().empty());
+    const VelMerge::Report report = merge.apply();
+    QVERIFY(report.open.empty());
+    QCOMPARE(stateOf(doc), QStringLiteral("1 Later 3 0 4 0, 1 Meeting 2 3 77 0"));
 }
 
 void VelMergeTest::shouldReplaceTheCalendarWhenItIsTotal()
@@ -293,47 +384,51 @@ void VelMergeTest::shouldReplaceTheCalendarWhenItIsTotal()
     moved.setStored(moved.getTitle(), {}, march(9, 10), march(9, 11));
     VelXmlContent content = answerOf({moved});
     content.totalsync = true;
-    VelMerge merge(doc, std::move(content), {sentOne});
-    QVERIFY(merge.questions().empty()); // it asks by the calendar that it replaces no more
-    merge.apply();
-    QCOMPARE(stateOf(doc), QStringLiteral("1 Meeting 9 4 77 0, 1 Later 4 0 0 1"));
+    VelMerge merge(doc, std::move(content), {sentOne}, Me);
+    QVERIFY(merge.apply().open.empty()); // it asks by the calendar that it replaces no more
+    const QString fresh = QStringLiteral("1 Sent 3 0 0 1, 1 Later 4 0 0 1"); // the server never knew them
+    QCOMPARE(stateOf(doc), QStringLiteral("1 Meeting 9 4 77 0, ") + fresh);
     doc.beginExchange();
     VelXmlContent empty = answerOf({});
     empty.totalsync = true;
-    VelMerge last(doc, std::move(empty), dirtyOf(doc));
+    VelMerge last(doc, std::move(empty), dirtyOf(doc), Me);
     last.apply();
-    QCOMPARE(stateOf(doc), QString());
+    QCOMPARE(stateOf(doc), fresh);
+    doc.beginExchange();
+    VelXmlContent broken = answerOf({});
+    broken.totalsync = true;
+    broken.error = 0;
+    addSynced(doc, QStringLiteral("Kept"), 5);
+    VelMerge(doc, std::move(broken), {}, Me).apply();
+    QVERIFY(doc.getLocalId(5) != 0); // it may only not have been read
 }
 
-void VelMergeTest::shouldAskInOrderAndApplyNothingBefore()
+void VelMergeTest::shouldApplyNothingBeforeItIsTold()
 {
     MergeDoc doc;
     add(doc, meeting(Other, VelAccount::Accepted));
     const QString before = stateOf(doc);
     VelEntry first = meeting(Other, VelAccount::Unanswered);
     first.globalid = 1;
-    VelEntry third = meeting(Other, VelAccount::Unanswered);
-    third.globalid = 3;
     doc.beginExchange();
-    VelMerge merge(doc, answerOf({first, meeting(Other, VelAccount::Accepted, -1), third}), {});
-    std::vector<std::size_t> order;
-    for (const VelMerge::Question &question : merge.questions())
-        order.push_back(question.index);
-    QCOMPARE(order, (std::vector<std::size_t>{0, 1, 2}));
+    VelMerge merge(doc, answerOf({first, meeting(Other, VelAccount::Accepted, -1)}), {}, Me);
+    QCOMPARE(merge.notices().size(), std::size_t(1));
     QCOMPARE(stateOf(doc), before);
     QCOMPARE(doc.getSynctime(), QStringLiteral("old"));
-    merge.setAnswer(merge.questions()[0], VelAccount::Accepted);
-    const VelMerge::Report report = merge.apply();
-    QCOMPARE(report.open, 1);
-    QCOMPARE(stateOf(doc), QStringLiteral("1 Meeting 2 4 1 1"));
-    QCOMPARE(doc.getSynctime(), QStringLiteral("old"));
+    QCOMPARE(merge.apply().open.size(), std::size_t(1));
+    QCOMPARE(stateOf(doc), QString());
+    QCOMPARE(doc.getSynctime(), QStringLiteral("new"));
+    // What waits in somebody else's calendar is not for the user to answer, unless they want to.
+    doc.beginExchange();
+    QVERIFY(VelMerge(doc, answerOf({first}), {}, Me + 1).apply().open.empty());
+    QCOMPARE(stateOf(doc), QStringLiteral("1 Meeting 2 0 1 0"));
 }
 
 void VelMergeTest::shouldNotTouchAnotherCalendar()
 {
     MergeDoc doc;
     doc.beginExchange();
-    VelMerge merge(doc, answerOf({meeting(0, NotInvited)}), {});
+    VelMerge merge(doc, answerOf({meeting(0, NotInvited)}), {}, Me);
     doc.newDocument();
     merge.apply();
     QCOMPARE(stateOf(doc), QString());
@@ -356,12 +451,16 @@ void VelMergeTest::shouldLoseNothingThatIsDirty()
         }
         const std::vector<quint32> sent = dirtyOf(doc);
         doc.beginExchange();
-        std::map<quint32, QString> edited;
+        std::map<quint32, VelEntry> edited;
         for (int i = random.number(0, 5); i > 0; --i) {
             const auto localid = static_cast<quint32>(random.number(1, 12));
-            const QString title = QStringLiteral("Edit %1").arg(i);
-            doc.changeEntry(localid, [&title](VelEntry &entry) { entry.setTitle(title); });
-            edited[localid] = title;
+            const VelEntry times = random.entry();
+            doc.changeEntry(localid, [&times, i](VelEntry &entry) {
+                entry.setTitle(QStringLiteral("Edit %1").arg(i));
+                entry.setStart(times.getStart());
+                entry.setEnd(times.getEnd());
+            });
+            edited.insert_or_assign(localid, *doc.getEntry(localid));
         }
         VelXmlContent content = answerOf({});
         content.totalsync = random.chance(4);
@@ -375,25 +474,33 @@ void VelMergeTest::shouldLoseNothingThatIsDirty()
             entry.globalid = own.globalid == 0 ? 100 + localid : own.globalid;
             entry.user = Me;
             entry.type = random.chance(5) ? -1 : 1;
+            if (random.chance(4)) { // another version before it, which does not count
+                content.entries.push_back(std::make_unique<VelEntry>(random.entry()));
+                content.entries.back()->localid = entry.localid;
+                content.entries.back()->globalid = entry.globalid;
+            }
             content.entries.push_back(std::make_unique<VelEntry>(entry));
             named.insert(localid);
         }
-        VelMerge merge(doc, std::move(content), sent);
-        merge.apply();
-        for (const auto &[localid, title] : edited) {
+        VelMerge(doc, std::move(content), sent, Me).apply();
+        for (const auto &[localid, mine] : edited) {
             const VelEntry *entry = doc.getEntry(localid);
             QVERIFY2(entry && !entry->isDeleted(), qPrintable(QStringLiteral("seed %1").arg(seed)));
-            QCOMPARE(entry->getTitle(), title);
-            QCOMPARE(entry->dirty, 1);
+            QCOMPARE(entry->getTitle(), mine.getTitle());
+            QVERIFY(entry->getStart() == mine.getStart() && entry->getEnd() == mine.getEnd());
         }
         for (const VelEntryRef &each : doc.getEntries({}, 0, false, {})) {
             const VelEntry &entry = *each.getOriginal();
-            const bool mayBeDirty = edited.count(entry.localid) != 0 || entry.globalid == 0;
-            QVERIFY(mayBeDirty || entry.dirty == 0);
+            const bool wasSent = std::find(sent.begin(), sent.end(), entry.localid) != sent.end();
+            const bool isUnsent =
+                edited.count(entry.localid) != 0 || (wasSent && named.count(entry.localid) == 0);
+            QCOMPARE(entry.dirty, int(isUnsent));
+            QVERIFY(entry.getStart() <= entry.getEnd());
         }
     }
 }
 
+Q_DECLARE_METATYPE(VelEntry)
 Q_DECLARE_METATYPE(std::function<void(VelDoc &, quint32)>)
 QTEST_GUILESS_MAIN(VelMergeTest)
 #include "velmergetest.moc"

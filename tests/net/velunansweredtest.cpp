@@ -99,7 +99,7 @@ void VelUnansweredTest::shouldRepeatWhatItWas()
         unanswered.refuse(); // of the first one nothing is known yet
     }
     Server server;
-    VelMerge(doc, server.take(first.bytes), first.sent).apply();
+    VelMerge(doc, server.take(first.bytes), first.sent, Me).apply();
     QVERIFY(!unanswered.isPending());
     QCOMPARE(titlesOf(doc),
              (QStringList{QStringLiteral("Later"), QStringLiteral("New"), QStringLiteral("Rings")}));
@@ -160,7 +160,7 @@ void VelUnansweredTest::shouldLoseAndDoubleNothing()
                 continue; // on the way there
             VelXmlContent answer = server.take(request.bytes);
             if (!isLost)
-                VelMerge(doc, std::move(answer), request.sent).apply();
+                VelMerge(doc, std::move(answer), request.sent, Me).apply();
         }
         QStringList titles;
         for (const auto &[number, title] : server.titles) {
