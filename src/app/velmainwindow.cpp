@@ -15,6 +15,7 @@
 #include "app/velprintdialogs.h"
 #include "app/veltray.h"
 #include "app/velundo.h"
+#include "app/velunsent.h"
 #include "document/veldoc.h"
 #include "hub/velmessageboxes.h"
 #include "net/veltrust.h"
@@ -135,7 +136,11 @@ void VelMainWindow::initDocument()
         setCaption(captionText(), modified);
     });
     connect(m_doc, &VelDoc::urlChanged, this, &VelMainWindow::updateCaption);
-    connect(m_doc, &VelDoc::contentsReplaced, this, [this] { m_isUnfilled = false; });
+    m_unsent = std::make_unique<VelUnsent>(*m_doc);
+    connect(m_doc, &VelDoc::contentsReplaced, this, [this] {
+        m_isUnfilled = false;
+        m_unsent->clear();
+    });
     connect(m_doc, &VelDoc::editLockWanted, this, &VelMainWindow::updateEditActions);
     connect(m_doc, &VelDoc::saveAsWanted, this, &VelMainWindow::slotFileSaveAs);
     m_actions->save->setEnabled(false);

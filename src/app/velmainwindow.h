@@ -37,6 +37,7 @@ class VelSyncBar;
 class VelTray;
 class VelTrust;
 class VelUndo;
+class VelUnsent;
 
 /** What a window asks of the world, so that a test can be that world. Null members stand for the usual. */
 struct VelSurroundings {
@@ -205,6 +206,7 @@ private:
     [[nodiscard]] bool mayClose();
     [[nodiscard]] bool mayCloseNow();
     [[nodiscard]] bool mayLose();
+    [[nodiscard]] bool saveUnsent();
     [[nodiscard]] bool mayReplaceCalendar();
     [[nodiscard]] QString lossReason() const;
     void waitToClose();
@@ -269,5 +271,6 @@ private:
     bool m_isSavingByItself = false;
     bool m_savesOptions = true; // when it closes
     VelClosing m_closing;
+    std::unique_ptr<VelUnsent> m_unsent;
     bool m_autoSaveFailed = false; // and the user has been told
 };

@@ -38,7 +38,7 @@ VelClosing::Situation VelMainWindow::closingSituation() const
     situation.mayWait = !qApp->isSavingSession() && !m_isDenied;
     situation.isUnderWay = m_network->isChanging();
     if (situation.isKeptByServer) {
-        situation.hasUnsent = VelUnsent::hasAny(*m_doc);
+        situation.hasUnsent = m_unsent->hasAny();
         situation.maySend = m_network->hasAccount();
     } else {
         situation.hasUnsent = !m_doc->isModsSynced();
@@ -131,22 +131,32 @@ QString VelMainWindow::lossReason() const
 bool VelMainWindow::mayLose()
 {
     const QPointer<VelMainWindow> self(this);
-    const QString text =
-        lossReason() + QLatin1String("\n\n") + VelUnsent::lossText(VelUnsent::titles(*m_doc));
+    const QString text = lossReason() + QLatin1String("\n\n") + m_unsent->lossText();
     const VelMessages::Answer answer = m_messages->warningYesNoCancel(
         text, i18n("Changes would be lost"), i18n("&Save as a File..."), i18n("&Lose the Changes"));
     if (!self)
         return false;
     if (answer == VelMessages::Answer::No)
         return true;
-    if (answer == VelMessages::Answer::Yes)
-        slotFileSaveAs();
+    const bool isSaved = answer == VelMessages::Answer::Yes && saveUnsent();
+    if (self && !isSaved)
+        stay();
+    return self && isSaved;
+}
+
+/** As a file. False when nobody chose one, or it could not be written. */
+bool VelMainWindow::saveUnsent()
+{
+    const QPointer<VelMainWindow> self(this);
+    const std::vector<quint32> added = m_unsent->addOverruled();
+    slotFileSaveAs();
     if (!self)
         return false;
-    // The choice of a file may have been cancelled.
     const bool isSaved = !isRemote() && !m_doc->isModified();
-    if (!isSaved)
-        stay();
+    for (const quint32 localid : added) {
+        if (!isSaved)
+            m_doc->removeEntry(localid); // else the server would get it beside its own version
+    }
     return isSaved;
 }
 
@@ -154,7 +164,7 @@ bool VelMainWindow::mayReplaceCalendar()
 {
     if (!isRemote())
         return m_doc->saveModified();
-    return !VelUnsent::hasAny(*m_doc) || mayLose();
+    return !m_unsent->hasAny() || mayLose();
 }
 
 void VelMainWindow::stay()
@@ -229,7 +239,7 @@ void VelMainWindow::closeDenied()
 {
     const QPointer<VelMainWindow> self(this);
     // Nobody may have been at the screen when it was refused, and a window that is gone explains nothing.
-    if (!VelUnsent::hasAny(*m_doc)) {
+    if (!m_unsent->hasAny()) {
         m_messages->information(
             m_isUnfilled ? i18n("The server does not let you see this calendar. It is closed now.")
                          : i18n("The server does not let you see this calendar any more. It is closed now."),

@@ -5,6 +5,7 @@
 #include "app/velinvitationasker.h"
 #include "app/velmainwindow.h"
 #include "app/velnetwork.h"
+#include "app/velunsent.h"
 #include "document/veldoc.h"
 #include "document/velmessages.h"
 
@@ -77,6 +78,12 @@ void VelMainWindow::tellOutcome(const VelMerge::Report &report)
     if (!texts.isEmpty())
         statusBar()->showMessage(texts.join(QLatin1Char(' ')), texts.last() == notTaken ? 0 : NoticeTime);
     // What a colleague's calendar loses is asked about when it closes.
-    if (!notTaken.isEmpty() && isSeen && !(m_closing.isWaiting() && isRemote()))
+    if (m_closing.isWaiting() && isRemote()) {
+        for (const VelNotTaken::Item &item : report.notTaken) {
+            if (item.fate != VelNotTaken::Fate::Unsent)
+                m_unsent->noteOverruled(item.entry);
+        }
+    } else if (!notTaken.isEmpty() && isSeen) {
         m_messages->information(notTaken, i18n("Synchronization"));
+    }
 }

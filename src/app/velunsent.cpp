@@ -25,19 +25,25 @@ QString quoted(const QString &title)
 }
 } // namespace
 
-namespace VelUnsent
+VelUnsent::VelUnsent(VelDoc &doc)
+    : m_doc(doc)
 {
-bool hasAny(const VelDoc &doc)
-{
-    const VelEntryList all = doc.getEntries({}, VelEntry::NoType, false, {});
-    return std::any_of(all.begin(), all.end(),
-                       [](const VelEntryRef &entry) { return entry.getOriginal()->dirty != 0; });
 }
 
-QStringList titles(const VelDoc &doc)
+bool VelUnsent::hasAny() const
+{
+    const VelEntryList all = m_doc.getEntries({}, VelEntry::NoType, false, {});
+    return !m_overruled.empty() || std::any_of(all.begin(), all.end(), [](const VelEntryRef &entry) {
+        return entry.getOriginal()->dirty != 0;
+    });
+}
+
+QStringList VelUnsent::titles() const
 {
     QStringList found;
-    for (const VelEntryRef &each : doc.getEntries({}, VelEntry::NoType, false, {})) {
+    for (const VelEntry &entry : m_overruled)
+        found.append(entry.getTitle());
+    for (const VelEntryRef &each : m_doc.getEntries({}, VelEntry::NoType, false, {})) {
         const VelEntry *entry = each.getOriginal();
         if (entry->dirty != 0)
             found.append(entry->getTitle());
@@ -45,16 +51,30 @@ QStringList titles(const VelDoc &doc)
     return found;
 }
 
-QString lossText(const QStringList &titles)
+std::vector<quint32> VelUnsent::addOverruled()
 {
+    std::vector<quint32> added;
+    for (const VelEntry &each : m_overruled) {
+        if (each.isDeleted())
+            continue;
+        auto copy = std::make_unique<VelEntry>(each);
+        copy->localid = copy->globalid = copy->user = 0;
+        copy->dirty = 1;
+        added.push_back(m_doc.addEntry(m_doc.newEntry(std::move(copy)))->localid);
+    }
+    return added;
+}
+
+QString VelUnsent::lossText() const
+{
+    const QStringList all = titles();
     QStringList named;
-    for (const QString &title : titles.mid(0, MostTitles))
+    for (const QString &title : all.mid(0, MostTitles))
         named.append(quoted(title));
-    const int more = int(titles.size()) - int(named.size());
+    const int more = int(all.size()) - int(named.size());
     if (more > 0)
         named.append(i18ncp("at the end of a list of titles", "one more", "%1 more", more));
     return i18np("One change made here is not on the server and would be lost: %2.",
-                 "%1 changes made here are not on the server and would be lost: %2.", int(titles.size()),
+                 "%1 changes made here are not on the server and would be lost: %2.", int(all.size()),
                  named.join(i18nc("between the titles of a list", ", ")));
 }
-} // namespace VelUnsent

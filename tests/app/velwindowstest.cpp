@@ -64,6 +64,8 @@ void VelWindowsTest::colleaguesCalendarShouldLoseNothingUnasked_data()
     QTest::newRow("taken") << answer(taken) << int(Answer::Cancel) << "" << true << false;
     QTest::newRow("not taken, kept") << answer(Berts) << int(Answer::Cancel) << "The server did not take"
                                      << false << false;
+    QTest::newRow("overruled, saved") << answer(QByteArray(taken).replace("Mine", "Theirs"))
+                                      << int(Answer::Yes) << "The server did not take" << true << true;
     QTest::newRow("failed, lost") << Refused << int(Answer::No)
                                   << "This calendar could not be synchronized: Server" << true << false;
     QTest::newRow("denied, saved") << denied << int(Answer::Yes) << "The server does not let you" << true
@@ -82,7 +84,7 @@ void VelWindowsTest::colleaguesCalendarShouldLoseNothingUnasked()
     QVERIFY(net.isReady());
     QVERIFY(session.window->mayEdit());
     addChange(session);
-    const QString path = m_folder.filePath(QStringLiteral("berts.xml"));
+    const QString path = m_folder.filePath(QLatin1String(QTest::currentDataTag()) + QLatin1String(".xml"));
     session.choose(path);
     session.messages->orderAnswer(static_cast<Answer>(choice));
     session.trigger("file_close");
