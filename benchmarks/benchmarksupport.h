@@ -22,6 +22,10 @@ public:
         return Answer::Yes;
     }
     Answer warningYesNoCancel(const QString &, const QString &) override { return Answer::Yes; }
+    std::optional<int> choose(const QString &, const QString &, const std::vector<Choice> &, int) override
+    {
+        return std::nullopt;
+    }
 };
 
 struct Document {

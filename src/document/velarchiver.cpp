@@ -139,7 +139,21 @@ bool VelArchiver::open(const QUrl &url)
         m_messages.error(i18n("The selected archive file may only be read."));
         return false;
     }
-    return true;
+    return isMeantAsArchive() && calendar;
+}
+
+/** A calendar that has become an archive is not synchronised any more: nobody is to come to that by a slip. */
+bool VelArchiver::isMeantAsArchive()
+{
+    const bool isCalendar = m_archive.getArchiveMark() == false || !m_archive.getServerAccount().isNone();
+    if (!isCalendar || m_archive.isArchive())
+        return true;
+    return m_messages.questionYesNo(i18n("The file \"%1\" is a calendar that is synchronized with the "
+                                         "server. As an archive it is not "
+                                         "synchronized any more.\nDo you want to make it an archive?",
+                                         m_url.fileName()),
+                                    i18n("Archive"), i18n("Make it an archive"), i18n("Cancel"))
+        == VelMessages::Answer::Yes;
 }
 
 /**
@@ -174,7 +188,8 @@ bool VelArchiver::store(const std::vector<quint32> &localids)
     const VelEntryList before = m_archive.getEntries(QDate(), 0, false, QDate());
     for (const VelEntryRef &ref : before)
         stored[keyOf(*ref.getOriginal())].push_back(ref.getOriginal());
-    bool hasChanged = false;
+    bool hasChanged = !m_archive.isArchive();
+    m_archive.setArchiveMark(true);
     for (const quint32 localid : localids) {
         const VelEntry &entry = *m_calendar.getEntry(localid);
         const VelEntry *match = takeStored(entry, stored[keyOf(entry)]);

@@ -54,6 +54,7 @@ public:
 private:
     [[nodiscard]] static const VelEntry *takeStored(const VelEntry &entry,
                                                     std::vector<const VelEntry *> &candidates);
+    [[nodiscard]] bool isMeantAsArchive();
     void put(const VelEntry &entry, const VelEntry *stored);
 
     VelDoc &m_calendar;

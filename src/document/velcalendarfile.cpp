@@ -3,39 +3,18 @@
 
 #include "document/velcalendarfile.h"
 
-#include "document/velfilestate.h"
+#include "document/velsavefile.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
-#include <QSaveFile>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace
 {
 Q_LOGGING_CATEGORY(fileLog, "delmasttime.file", QtWarningMsg)
 
 constexpr qint64 PieceSize = 256 * 1024;
-
-/** A renamed file survives a power cut only when its folder has reached the disk too. */
-void syncFolderOf(const QString &path)
-{
-    const QByteArray folder = QFile::encodeName(QFileInfo(path).canonicalPath()); // of what a link points to
-    const int handle = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (handle < 0)
-        return;
-    ::fsync(handle);
-    ::close(handle);
-}
 } // namespace
-
-VelFileState VelFileState::of(const QString &path)
-{
-    const QFileInfo info(path);
-    return info.exists() ? VelFileState{info.size(), info.lastModified()} : VelFileState{};
-}
 
 namespace VelCalendarFile
 {
@@ -60,19 +39,12 @@ Result read(const QString &path, VelXmlContent &content)
     return Result::Ok;
 }
 
-bool write(const QString &path, const std::function<bool(QIODevice &)> &write)
+bool write(const QString &path, const std::function<bool(QIODevice &)> &write, const QString &like)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    if (!write(file) || !file.flush() || ::fsync(file.handle()) != 0) {
-        qCWarning(fileLog) << path << file.errorString();
-        file.cancelWriting();
-        return false;
-    }
-    if (!file.commit())
-        return false;
-    syncFolderOf(path);
-    return true;
+    VelSaveFile file(path);
+    const bool isWritten = file.open(like) && write(file.device()) && file.commit();
+    if (!isWritten)
+        qCWarning(fileLog) << path << file.device().errorString();
+    return isWritten;
 }
 } // namespace VelCalendarFile

@@ -20,8 +20,10 @@ enum class Result { Ok, CannotOpen, CannotRead };
 
 /**
  * Replaces @p path by what @p write writes. Atomic and durable: after a crash, a full disk or a power cut the
- * old file or the new one is there, whole. False when it could not be written; the old file is still there
- * then.
+ * old file or the new one is there, whole. It keeps the rights of the file that it replaces; a new one gets those of the
+ * file @p like, or, when there is none, is for owner and group at most. False when it could not be written; the old file
+ * is still there then.
  */
-[[nodiscard]] bool write(const QString &path, const std::function<bool(QIODevice &)> &write);
+[[nodiscard]] bool write(const QString &path, const std::function<bool(QIODevice &)> &write,
+                         const QString &like = {});
 } // namespace VelCalendarFile

@@ -116,6 +116,13 @@ public:
     [[nodiscard]] int getOrigRight() const { return m_meta.origright; }
     [[nodiscard]] QString getSynctime() const { return m_meta.synctime; }
     void setSynctime(const QString &synctime) { m_meta.synctime = synctime; }
+    /** The account that the calendar was last synchronised with; none when it never was. */
+    [[nodiscard]] const VelServerAccount &getServerAccount() const { return m_meta.account; }
+    void setServerAccount(const VelServerAccount &account) { m_meta.account = account; }
+    /** True for what is kept aside and never synchronised, false for what is known to be none, else not set. */
+    [[nodiscard]] std::optional<bool> getArchiveMark() const { return m_meta.archive; }
+    void setArchiveMark(std::optional<bool> isArchive) { m_meta.archive = isArchive; }
+    [[nodiscard]] bool isArchive() const { return m_meta.archive.value_or(false); }
     /** Account id to the right that this user grants it. */
     [[nodiscard]] const std::map<quint32, int> &getRights() const { return m_rights; }
     /** The users and resources that the server knows. */
@@ -209,6 +216,11 @@ public:
     /// @{
     bool newDocument();
     void closeDocument();
+    /**
+     * Begins anew, in the same file, with these entries: the calendar is as one that was never synchronised. Local ids are
+     * kept. Modified afterwards.
+     */
+    void restart(std::vector<std::unique_ptr<VelEntry>> entries);
     /** Saves changes, or asks whether to. True when the caller may go on: nothing would be lost unasked. */
     bool saveModified();
     bool openDocument(const QUrl &url);
@@ -226,9 +238,9 @@ public:
     bool saveQuietly();
     /**
      * Writes a copy to the local file @p path and says nothing; the document's own file and state stay as
-     * they are.
+     * they are. Whoever may not read that file may not read a new copy. @p asArchive marks it as one.
      */
-    [[nodiscard]] bool writeCopy(const QString &path) const;
+    [[nodiscard]] bool writeCopy(const QString &path, bool asArchive = false) const;
     /** True when saving without being asked for would only bring the question back that the user declined. */
     [[nodiscard]] bool hasDeclinedOverwrite() const { return m_declinedOverwrite; }
     /// @}
@@ -279,7 +291,7 @@ private:
     bool load(const QString &source, const QUrl &url);
     [[nodiscard]] static VelFileState stateOf(const QUrl &url);
     void setUrl(const QUrl &url, const VelFileState &state);
-    [[nodiscard]] bool writeTo(QIODevice &device) const;
+    [[nodiscard]] bool writeTo(QIODevice &device, const VelCalendarMeta &meta) const;
     [[nodiscard]] bool writeFile(const QUrl &url) const;
     bool mayReplace(const QUrl &url, bool overwrite);
 

@@ -4,6 +4,7 @@
 #include "document/velcalendarfile.h"
 #include "document/veldoc.h"
 #include "document/velmessages.h"
+#include "document/velsavefile.h"
 #include "document/veltransfer.h"
 #include "document/velurl.h"
 #include "model/velsettings.h"
@@ -29,6 +30,20 @@ bool VelDoc::newDocument()
 void VelDoc::closeDocument()
 {
     deleteContents();
+}
+
+void VelDoc::restart(std::vector<std::unique_ptr<VelEntry>> entries)
+{
+    const std::optional<bool> mark = m_meta.archive;
+    deleteContents();
+    m_meta.archive = mark;
+    m_globalMap.clear();
+    m_rights.clear();
+    m_accounts.clear();
+    takeEntries(std::move(entries));
+    slotUpdateAllViews(nullptr);
+    Q_EMIT editLockWanted(false);
+    Q_EMIT accountsChanged();
 }
 
 bool VelDoc::saveModified()
@@ -81,6 +96,8 @@ bool VelDoc::readContent(const QString &path, VelXmlContent &content)
 
 bool VelDoc::openDocument(const QUrl &url)
 {
+    if (url.isLocalFile())
+        VelSaveFile::sweep(url.toLocalFile());
     const VelDownload file(url);
     return load(file.path(), url);
 }
@@ -103,6 +120,8 @@ bool VelDoc::load(const QString &source, const QUrl &url)
     const bool hasAccounts = content.accounts.has_value();
     deleteContents();
     readXml(content);
+    m_meta.archive = content.archive;
+    m_meta.account = content.account;
     takeEntries(std::move(content.entries));
     setUrl(url, state);
     slotUpdateAllViews(nullptr);
@@ -150,7 +169,7 @@ bool VelDoc::mayReplace(const QUrl &url, bool overwrite)
             == VelMessages::Answer::Yes;
     }
     const VelFileState state = stateOf(url);
-    if (!isOwnFile || state.size < 0 || state == m_fileState)
+    if (!isOwnFile || !state.exists() || state.hasSameContent(m_fileState))
         return true;
     const VelMessages::Answer answer = m_messages.questionYesNo(
         i18n("The file \"%1\" has been changed by another program since it was opened here.\n"
@@ -186,7 +205,7 @@ bool VelDoc::saveDocument(const QUrl &chosenUrl, bool overwrite)
 bool VelDoc::saveQuietly()
 {
     const VelFileState state = stateOf(m_url);
-    if (isUntitled() || (state.size >= 0 && state != m_fileState) || !writeFile(m_url))
+    if (isUntitled() || (state.exists() && !state.hasSameContent(m_fileState)) || !writeFile(m_url))
         return false;
     setUrl(m_url, stateOf(m_url));
     setModified(false);
@@ -198,19 +217,24 @@ bool VelDoc::writeFile(const QUrl &url) const
     if (url.isLocalFile())
         return writeCopy(url.toLocalFile());
     QTemporaryFile copy;
-    return copy.open() && writeTo(copy) && copy.flush() && velUpload(copy.fileName(), url);
+    return copy.open() && writeTo(copy, m_meta) && copy.flush() && velUpload(copy.fileName(), url);
 }
 
-bool VelDoc::writeCopy(const QString &path) const
+bool VelDoc::writeCopy(const QString &path, bool asArchive) const
 {
-    return VelCalendarFile::write(path, [this](QIODevice &device) { return writeTo(device); });
+    VelCalendarMeta meta = m_meta;
+    if (asArchive)
+        meta.archive = true;
+    const QString own = m_url.isLocalFile() ? m_url.toLocalFile() : QString();
+    return VelCalendarFile::write(
+        path, [this, &meta](QIODevice &device) { return writeTo(device, meta); }, own);
 }
 
-bool VelDoc::writeTo(QIODevice &device) const
+bool VelDoc::writeTo(QIODevice &device, const VelCalendarMeta &meta) const
 {
     VelXmlWriter writer(&device);
     writer.writeHead();
-    writer.writeMeta(m_meta);
+    writer.writeMeta(meta);
     for (const VelAccount &account : m_accounts)
         writer.writeAccount(account);
     for (const auto &[localid, stored] : m_entries)

@@ -5,6 +5,9 @@
 
 #include <QString>
 
+#include <optional>
+#include <vector>
+
 /**
  * Where questions and error boxes go. The window's body shows message boxes; that of a test answers by
  * itself.
@@ -23,4 +26,16 @@ public:
                                  const QString &no = {}) = 0;
     virtual Answer warningYesNoCancel(const QString &text, const QString &caption, const QString &yes = {},
                                       const QString &no = {}) = 0;
+
+    /** One of several ways to go on. */
+    struct Choice {
+        QString text; ///< short, as on a button
+        QString explanation; ///< what comes of it
+    };
+    /**
+     * Lets the user take one of @p choices, beginning with that at @p usual, which is to be harmless. Its index; none when
+     * the box was closed.
+     */
+    virtual std::optional<int> choose(const QString &text, const QString &caption,
+                                      const std::vector<Choice> &choices, int usual) = 0;
 };

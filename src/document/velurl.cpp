@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 namespace
 {
@@ -35,5 +36,19 @@ void setSuffix(QUrl &url, const QString &suffix)
 bool isSameFile(const QUrl &a, const QUrl &b)
 {
     return !a.isRelative() && !b.isRelative() && canonical(a) == canonical(b);
+}
+
+QUrl inDocuments(const QString &name)
+{
+    QString base = name.trimmed();
+    base.replace(QLatin1Char('/'), QLatin1Char('-'));
+    if (base.startsWith(QLatin1Char('.')))
+        base[0] = QLatin1Char('_'); // else it would be hidden
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QDir folder(QDir(documents).exists() ? documents : QDir::homePath());
+    QString file = base + QLatin1String(".xml");
+    for (int number = 2; folder.exists(file); ++number)
+        file = base + QLatin1Char(' ') + QString::number(number) + QLatin1String(".xml");
+    return QUrl::fromLocalFile(folder.filePath(file));
 }
 } // namespace VelUrl

@@ -13,4 +13,10 @@ void setSuffix(QUrl &url, const QString &suffix);
 
 /** True when both lead to the same file, by whatever links and detours. A URL without a scheme leads to none. */
 [[nodiscard]] bool isSameFile(const QUrl &a, const QUrl &b);
+
+/**
+ * A calendar file in the user's folder for documents that is not there yet, called @p name or, where there is one, @p name
+ * and a number. What no file name may hold is replaced.
+ */
+[[nodiscard]] QUrl inDocuments(const QString &name);
 } // namespace VelUrl

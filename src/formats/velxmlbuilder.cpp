@@ -13,6 +13,7 @@ enum class VelXmlBuilder::Name : quint8 {
     Access,
     Account,
     Action,
+    Archive,
     Attendee,
     Complete,
     Description,
@@ -40,6 +41,7 @@ enum class VelXmlBuilder::Name : quint8 {
     Reminder,
     ReminderFired,
     Right,
+    Server,
     Start,
     Status,
     SyncTime,
@@ -75,7 +77,7 @@ VelXmlBuilder::Name VelXmlBuilder::nameOf(std::string_view name)
         Name name;
     };
     // By length, so that a name is told from few others.
-    static constexpr std::array<Known, 38> Names{{
+    static constexpr std::array<Known, 40> Names{{
         {"id", Name::Id},
         {"end", Name::End},
         {"type", Name::Type},
@@ -94,9 +96,11 @@ VelXmlBuilder::Name VelXmlBuilder::nameOf(std::string_view name)
         {"notime", Name::NoTime},
         {"userid", Name::UserId},
         {"action", Name::Action},
+        {"server", Name::Server},
         {"localid", Name::LocalId},
         {"display", Name::Display},
         {"account", Name::Account},
+        {"archive", Name::Archive},
         {"globalid", Name::GlobalId},
         {"attendee", Name::Attendee},
         {"reminder", Name::Reminder},
@@ -168,6 +172,7 @@ void VelXmlBuilder::startTopLevel(Name name, const char *const *attributes)
         break;
     case Name::Meta:
         m_place = Place::Meta;
+        m_isAction = name == Name::Action;
         break;
     case Name::Account:
         m_place = Place::Account;
@@ -329,6 +334,26 @@ void VelXmlBuilder::storeMetaValue()
     case Name::Error:
         m_content.error = VelXmlValues::parseInt(m_text);
         m_stopped = true;
+        break;
+    default:
+        if (!m_isAction)
+            storeFileValue();
+        break;
+    }
+}
+
+/** What only a file may say of itself. */
+void VelXmlBuilder::storeFileValue()
+{
+    switch (m_name) {
+    case Name::Archive:
+        m_content.archive = VelXmlValues::parseInt(m_text) != 0;
+        break;
+    case Name::Server:
+        m_content.account.server = toText(m_text);
+        break;
+    case Name::User:
+        m_content.account.user = toText(m_text);
         break;
     default:
         break;

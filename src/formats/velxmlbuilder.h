@@ -49,6 +49,7 @@ private:
     void endAccount();
     void storeValue();
     void storeMetaValue();
+    void storeFileValue();
     void storeAccountValue();
     void storeEntryValue();
     bool storeRuleValue();
@@ -71,4 +72,5 @@ private:
     int m_skipFrom = 0; // depth of the element that is skipped with all it holds; 0 for none
     bool m_textEnded = false;
     bool m_stopped = false;
+    bool m_isAction = false; // in place of the meta of a file
 };

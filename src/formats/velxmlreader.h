@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "formats/velxmlwriter.h"
 #include "model/compat.h"
 #include "model/velentry.h"
 
@@ -18,6 +19,11 @@ struct VelXmlContent {
     std::optional<quint32> userid;
     std::optional<int> origright;
     std::optional<quint32> origuserid;
+    /** @name Only what a file says of itself: never from an answer's "action" */
+    /// @{
+    std::optional<bool> archive; ///< see VelCalendarMeta
+    VelServerAccount account;
+    /// @}
     std::optional<int> error; ///< code of an answer that failed; nothing after it was read
     bool hasAction = false; ///< it has the element that heads an answer
     bool totalsync = false; ///< the answer replaces the whole calendar

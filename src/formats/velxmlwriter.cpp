@@ -106,6 +106,12 @@ void VelXmlWriter::writeMeta(const VelCalendarMeta &meta)
     number(" <userid>", meta.userid, "</userid>\n");
     number(" <origright>", meta.origright, "</origright>\n");
     textElement(" <synctime>", meta.synctime, "</synctime>\n");
+    if (meta.archive)
+        number(" <archive>", *meta.archive ? 1 : 0, "</archive>\n");
+    if (!meta.account.isNone()) {
+        textElement(" <server>", meta.account.server, "</server>\n");
+        textElement(" <user>", meta.account.user, "</user>\n");
+    }
     m_out += "</meta>\n";
 }
 

@@ -7,13 +7,33 @@
 
 #include <QIODevice>
 
+#include <optional>
 #include <string>
+
+/** An account on a server, as far as it tells whose calendars are kept there. */
+struct VelServerAccount {
+    QString server; ///< host; empty for none
+    QString user; ///< name of the account
+
+    [[nodiscard]] bool isNone() const { return server.isEmpty(); }
+    /** True for the same user of the same host, whose name may be written in capitals or not. */
+    [[nodiscard]] bool isSame(const VelServerAccount &other) const
+    {
+        return server.compare(other.server, Qt::CaseInsensitive) == 0 && user == other.user;
+    }
+};
 
 /** What a calendar file says of its calendar as a whole. */
 struct VelCalendarMeta {
     quint32 userid = 0; ///< account id of the calendar's owner, 0 for none
     int origright = 4; ///< the local user's right to it
     QString synctime = QStringLiteral("0"); ///< of the last synchronisation, the server's own text
+    /**
+     * True for what is kept aside and never synchronised, false for what was found to be none of that. Not set, and not
+     * written, where nobody has asked.
+     */
+    std::optional<bool> archive;
+    VelServerAccount account; ///< with which it was last synchronised; not written when there is none
 };
 
 /**

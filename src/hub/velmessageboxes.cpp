@@ -3,9 +3,13 @@
 
 #include "hub/velmessageboxes.h"
 
+#include "widgets/wchoicedialog.h"
+
 #include <KGuiItem>
 #include <KLocalizedString>
 #include <KMessageBox>
+
+#include <QPointer>
 
 namespace
 {
@@ -53,4 +57,18 @@ VelMessages::Answer VelMessageBoxes::warningYesNoCancel(const QString &text, con
     default:
         return Answer::Cancel;
     }
+}
+
+std::optional<int> VelMessageBoxes::choose(const QString &text, const QString &caption,
+                                           const std::vector<Choice> &choices, int usual)
+{
+    // It goes with the window when that is closed meanwhile.
+    const QPointer<WChoiceDialog> dialog(new WChoiceDialog(text, caption, m_parent));
+    for (const Choice &choice : choices)
+        dialog->addChoice(choice.text, choice.explanation);
+    dialog->setChoice(usual);
+    const bool isChosen = dialog->exec() == QDialog::Accepted && dialog;
+    const std::optional<int> chosen = isChosen ? std::optional(dialog->choice()) : std::nullopt;
+    delete dialog.data();
+    return chosen;
 }

@@ -20,6 +20,8 @@ public:
                          const QString &no = {}) override;
     Answer warningYesNoCancel(const QString &text, const QString &caption, const QString &yes = {},
                               const QString &no = {}) override;
+    std::optional<int> choose(const QString &text, const QString &caption, const std::vector<Choice> &choices,
+                              int usual) override;
 
 private:
     QWidget *m_parent;

@@ -105,6 +105,7 @@ void VelArchiverTest::oldEntriesShouldMoveOnceToWhatIsThere()
         calendar.put(QStringLiteral("archive.xml"),
                      fileWithIds({1}).replace("<calendar>", "<calendar><meta><userid>4</userid></meta>")));
     QCOMPARE(calendar.archive(), Result::Archived);
+    QVERIFY(calendar.bytes(QStringLiteral("archive.xml")).contains("<archive>1</archive>"));
     QCOMPARE(calendar.count, 3);
     QCOMPARE(calendar.archived(), QStringLiteral("0 old synced old"));
     QCOMPARE(calendar.left(), QStringLiteral("(synced) new")); // the server is still to be told
@@ -137,6 +138,10 @@ void VelArchiverTest::unusableArchiveShouldChangeNothing()
     QVERIFY(calendar.put(QStringLiteral("letters.xml"), "letters"));
     QVERIFY(
         calendar.put(QStringLiteral("other.xml"), "<calendar><meta><userid>5</userid></meta></calendar>"));
+    QVERIFY(calendar.put(QStringLiteral("synced.xml"),
+                         "<calendar><meta><userid>4</userid><server>s</server></meta></calendar>"));
+    QCOMPARE(calendar.archive(QStringLiteral("synced")), Result::Failed);
+    QCOMPARE(calendar.messages.last().yes, QStringLiteral("Make it an archive"));
     const char *const rows[][2] = {{"own", "You cannot archive to same file."},
                                    {"link.xml", "You cannot archive to same file."},
                                    {"other.xml", "Selected archive file is not yours."},

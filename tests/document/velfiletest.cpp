@@ -3,6 +3,8 @@
 
 #include "document/testdoc.h"
 #include "document/velcalendarfile.h"
+#include "document/velfilerights.h"
+#include "document/velsavefile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -10,8 +12,11 @@
 
 #include <csignal>
 
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 using namespace TestCalendar;
@@ -31,7 +36,7 @@ QString told(const TestDoc &doc)
 {
     QString told;
     for (const FakeMessages::Message &message : doc.messages.messages())
-        told += QLatin1Char("EIQS"[static_cast<int>(message.kind)]);
+        told += QLatin1Char("EIQSC"[static_cast<int>(message.kind)]);
     return told;
 }
 
@@ -54,6 +59,24 @@ bool saveWithRoomFor(int bytes, VelDoc &doc, bool isKilled)
     ::setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, handler);
     return isSaved;
+}
+
+// Of the owner rw, of the user 1234 r, of the group nothing, with the mask r: as a mode that is 0640.
+const QByteArray AccessList = QByteArray::fromHex("0200000001000600ffffffff02000400d204000004000000ffffffff"
+                                                  "10000400ffffffff20000000ffffffff");
+constexpr char AccessListName[] = "system.posix_acl_access";
+
+QStringList filesOf(const TestDoc &doc)
+{
+    return QDir(doc.path({})).entryList(QDir::Files | QDir::Hidden);
+}
+
+// As of an hour ago.
+void makeOld(const QString &path)
+{
+    QFile file(path);
+    file.open(QIODevice::ReadWrite);
+    file.setFileTime(QDateTime::currentDateTime().addSecs(-3600), QFileDevice::FileModificationTime);
 }
 } // namespace
 
@@ -280,7 +303,7 @@ private Q_SLOTS:
         QVERIFY(!saveWithRoomFor(room, doc, false));
         QCOMPARE(doc.messages.errors(), QStringList{QStringLiteral("Cannot write to the file.")});
         QVERIFY(doc.isModified() && !doc.isModsSynced());
-        QCOMPARE(QDir(doc.path({})).entryList(QDir::Files | QDir::Hidden), QStringList{Own});
+        QCOMPARE(filesOf(doc), QStringList{Own});
         QCOMPARE(doc.bytes(Own), canonicalFile());
 
         const pid_t child = ::fork();
@@ -292,8 +315,11 @@ private Q_SLOTS:
         int status = 0;
         QVERIFY(::waitpid(child, &status, 0) == child && WIFSIGNALED(status));
         QCOMPARE(doc.bytes(Own), canonicalFile());
-        // Once there is room again. The file is the one that was opened: nothing is asked.
+        QCOMPARE(filesOf(doc).size(), 2);
+        // Once there is room again. The file is the one that was opened: nothing is asked. What was left is swept.
+        makeOld(doc.path(filesOf(doc).first()));
         QVERIFY(doc.saveDocument(doc.URL(), true) && doc.messages.count() == 1);
+        QCOMPARE(filesOf(doc), QStringList{Own});
         QCOMPARE(doc.bytes(Own).count("<entry>"), 3 + entries);
         QVERIFY(!VelCalendarFile::write(doc.path(Own), [&doc](QIODevice &) { return doc.folder.remove(); }));
     }
@@ -314,6 +340,90 @@ private Q_SLOTS:
         QVERIFY(doc.saveQuietly() && doc.put(Other, canonicalFile()));
         QVERIFY(!doc.saveQuietly() && !doc.saveDocument(doc.URL(), true));
         QCOMPARE(told(doc), QStringLiteral("Q"));
+    }
+
+    void shouldSweepOnlyItsOwnLeftovers()
+    {
+        TestDoc doc;
+        const QStringList others{
+            QStringLiteral(".own.xml.backup.xml"), QStringLiteral(".own.xml.aBCdef.delmast-saving"),
+            QStringLiteral(".own.xmlx.abcdef.delmast-saving"), QStringLiteral("own.xml.abcdef")};
+        const QString left = QStringLiteral(".own.xml.abc123.delmast-saving");
+        for (const QString &name : others + QStringList{left, Own}) {
+            QVERIFY(doc.put(name, canonicalFile()));
+            makeOld(doc.path(name));
+        }
+        VelSaveFile running(doc.path(Own));
+        QVERIFY(running.open({}) && doc.openDocument(doc.url(Own)));
+        QCOMPARE(filesOf(doc).size(), others.size() + 2); // the calendar, and what is being written
+        QVERIFY(!filesOf(doc).contains(left) && running.commit());
+    }
+
+    void shouldNeverWidenRights_data()
+    {
+        QTest::addColumn<int>("mask");
+        QTest::addColumn<int>("before"); // -1 for a new file
+        QTest::addColumn<int>("after");
+        QTest::newRow("new") << 0022 << -1 << 0640;
+        QTest::newRow("new, with a group") << 0002 << -1 << 0660;
+        QTest::newRow("new, without a mask") << 0 << -1 << 0660;
+        QTest::newRow("new, private") << 0077 << -1 << 0600;
+        QTest::newRow("private") << 0 << 0600 << 0600;
+        QTest::newRow("open to all") << 0077 << 0646 << 0646;
+    }
+
+    void shouldNeverWidenRights()
+    {
+        QFETCH(int, mask);
+        QFETCH(int, before);
+        TestDoc doc;
+        const QByteArray path = QFile::encodeName(doc.path(Own));
+        QVERIFY(before < 0 || (doc.put(Own, {}) && ::chmod(path.constData(), mode_t(before)) == 0));
+        constexpr gid_t group = 1234;
+        const bool isGiven = before >= 0 && ::chown(path.constData(), 0, group) == 0; // root may
+        const mode_t old = ::umask(mode_t(mask));
+        const bool isSaved = doc.saveDocument(doc.url(Own), true);
+        ::umask(old);
+        QVERIFY(isSaved);
+        const auto rights = VelFileRights::of(doc.path(Own));
+        QVERIFY(rights && (!isGiven || rights->group == group));
+        QTEST(int(rights->mode), "after");
+    }
+
+    void shouldKeepAccessList()
+    {
+        TestDoc doc;
+        QVERIFY(doc.put(Own, canonicalFile()));
+        VelFileRights rights;
+        rights.mode = 0664;
+        QCOMPARE(rights.leastOfOthers(), 4U);
+        rights.accessList = AccessList; // the mask is not what the group may do
+        QCOMPARE(rights.leastOfOthers(), 0U);
+        const QByteArray path = QFile::encodeName(doc.path(Own));
+        if (::setxattr(path.constData(), AccessListName, AccessList.constData(), size_t(AccessList.size()), 0)
+            != 0)
+            QSKIP("The file system keeps no access lists.");
+        QVERIFY(doc.openDocument(doc.url(Own)) && doc.saveDocument(doc.URL(), true));
+        const auto after = VelFileRights::of(doc.path(Own));
+        QVERIFY(after && after->accessList == AccessList && after->mode == 0640);
+    }
+
+    void shouldNoticeReplacedFile()
+    {
+        TestDoc doc;
+        QVERIFY(doc.put(Own, canonicalFile()) && doc.openDocument(doc.url(Own)));
+        // Other rights are no other content.
+        QVERIFY(::chmod(QFile::encodeName(doc.path(Own)).constData(), 0600) == 0 && doc.saveQuietly());
+        // One of the same size and time takes its place.
+        const QByteArray own = QFile::encodeName(doc.path(Own));
+        const QByteArray other = QFile::encodeName(doc.path(Other));
+        struct stat info {
+        };
+        QVERIFY(doc.put(Other, doc.bytes(Own)) && ::stat(own.constData(), &info) == 0);
+        const timespec times[] = {info.st_atim, info.st_mtim};
+        QVERIFY(::utimensat(AT_FDCWD, other.constData(), times, 0) == 0
+                && ::rename(other.constData(), own.constData()) == 0);
+        QVERIFY(!doc.saveQuietly());
     }
 };
 

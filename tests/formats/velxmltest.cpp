@@ -105,6 +105,9 @@ QString summary(const VelXmlContent &content)
     add("right", content.origright);
     add("owner", content.origuserid);
     add("error", content.error);
+    add("archive", content.archive);
+    if (!content.account.isNone())
+        out << content.account.user << '@' << content.account.server << ' ';
     out << (content.totalsync ? "total " : "");
     for (const auto &[id, right] : content.rights.value_or(std::map<quint32, int>()))
         out << id << ':' << right << ' ';
@@ -154,6 +157,8 @@ private Q_SLOTS:
     {
         VelRandomEntry random(20020305);
         VelXmlContent given;
+        given.archive = false;
+        given.account = {QStringLiteral("<host>"), QStringLiteral("änna &")};
         for (char16_t unit = 0x20; unit < 0xFFFE; unit += QChar::isSurrogate(unit + 1) ? 0x801 : 1)
             given.synctime = given.synctime.value_or(QString()) + QChar(unit);
         for (int left = 1000; left > 0; --left) {
@@ -249,6 +254,9 @@ private Q_SLOTS:
         row("answer",
             "<action><totalsync/><origuserid>3000000000</origuserid><userid>4294967295</userid></action>",
             "user(4294967295) owner(3000000000) total");
+        row("what only a file says", "<meta><archive>1</archive><server>s</server><user>u</user></meta>",
+            "archive(1) u@s");
+        row("of itself", "<action><archive>1</archive><server>s</server><user>u</user></action>", "");
         row("rights",
             "<right id='12' right='3'/><right right='2'/><right id='6'/><right id='6' right='4' "
             "a='7'><right/></right>",

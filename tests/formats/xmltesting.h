@@ -40,6 +40,8 @@ inline QList<QByteArray> write(const VelXmlContent &content)
     meta.userid = content.userid.value_or(meta.userid);
     meta.origright = content.origright.value_or(meta.origright);
     meta.synctime = content.synctime.value_or(meta.synctime);
+    meta.archive = content.archive;
+    meta.account = content.account;
     VelXmlWriter writer;
     writer.writeHead();
     writer.writeMeta(meta);

@@ -18,7 +18,7 @@
 class FakeMessages : public VelMessages
 {
 public:
-    enum class Kind { Error, Information, YesNo, YesNoCancel };
+    enum class Kind { Error, Information, YesNo, YesNoCancel, Choice };
 
     struct Message {
         Kind kind;
@@ -30,6 +30,8 @@ public:
 
     /** Answers the next question that is not yet answered by an earlier order. */
     void orderAnswer(Answer answer) { m_answers.push_back(answer); }
+    /** The same for choices, of which those nobody ordered are left without one. */
+    void orderChoice(int choice) { m_choices.push_back(choice); }
 
     void error(const QString &text) override { m_messages.push_back({Kind::Error, text, {}, {}, {}}); }
 
@@ -50,6 +52,17 @@ public:
     {
         m_messages.push_back({Kind::YesNoCancel, text, caption, yes, no});
         return takeAnswer(Answer::Cancel);
+    }
+
+    std::optional<int> choose(const QString &text, const QString &caption, const std::vector<Choice> &,
+                              int) override
+    {
+        m_messages.push_back({Kind::Choice, text, caption, {}, {}});
+        if (m_choices.empty())
+            return std::nullopt;
+        const int choice = m_choices.front();
+        m_choices.pop_front();
+        return choice;
     }
 
     /** All that was told and asked, the oldest first. */
@@ -83,4 +96,5 @@ private:
 
     std::vector<Message> m_messages;
     std::deque<Answer> m_answers;
+    std::deque<int> m_choices;
 };
