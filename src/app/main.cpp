@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QPointer>
 
 namespace
 {
@@ -35,7 +36,10 @@ void openFirstWindow(const QStringList &arguments)
     window->openDocumentFile(isForeign ? QUrl() : url);
     if (isForeign)
         window->fileCommands()->importFile(url);
-    window->slotAutoSync();
+    const QPointer<VelMainWindow> alive(window);
+    window->offerRecovered();
+    if (alive)
+        window->slotAutoSync();
 }
 } // namespace
 

@@ -3,6 +3,7 @@
 
 #include "app/velcertificates.h"
 
+#include "app/velconfiguration.h"
 #include "document/velmessages.h"
 
 #include <KConfigGroup>
@@ -65,5 +66,5 @@ void VelCertificates::remember(const QString &host, int port, const QByteArray &
 {
     KConfigGroup group = groupOf(m_config);
     group.writeEntry(keyOf(host, port), QString::fromLatin1(fingerprint.toHex()));
-    group.sync();
+    VelConfiguration::save(*group.config());
 }

@@ -8,6 +8,10 @@
 #include <KConfig>
 #include <KConfigGui>
 
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -106,6 +110,25 @@ QList<int> readSizes(const KConfigGroup &group, const char *key)
 
 namespace VelConfiguration
 {
+void protect(const KConfig &config)
+{
+    const QString name = config.name();
+    if (name.isEmpty())
+        return; // kept in memory only
+    const QString path = QDir(QStandardPaths::writableLocation(config.locationType())).filePath(name);
+    const QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup
+        | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    if ((QFile::permissions(path) & others) != 0)
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+}
+
+void save(KConfig &config)
+{
+    protect(config); // what is written beside it takes over its rights
+    config.sync();
+    protect(config);
+}
+
 KConfigGroup preferences(KConfig *config)
 {
     // Names the library that can keep colours and fonts: the linker leaves out what nobody names.

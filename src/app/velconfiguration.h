@@ -31,6 +31,14 @@ struct VelWindowOptions {
  */
 namespace VelConfiguration
 {
+/**
+ * Takes the right to read the configuration, which holds the digest of the password, from everybody but its owner. To be
+ * called at the start: what is written later keeps the file's rights.
+ */
+void protect(const KConfig &config);
+/** Writes what has changed to the file, which only its owner may read then. */
+void save(KConfig &config);
+
 [[nodiscard]] KConfigGroup preferences(KConfig *config);
 [[nodiscard]] KConfigGroup generalOptions(KConfig *config);
 

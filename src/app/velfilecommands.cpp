@@ -133,7 +133,7 @@ void VelFileCommands::save()
 void VelFileCommands::saveAs()
 {
     const Command command(*this, i18n("Saving file with a new filename..."));
-    const QUrl url = m_context.files.getSaveUrl(i18n("Save as..."), getFilter());
+    const QUrl url = m_context.files.getSaveUrl(i18n("Save as..."), getFilter(), m_context.proposal());
     if (!command.isAlive() || url.isEmpty())
         return;
     if (m_context.doc.saveDocument(url, false) && command.isAlive())

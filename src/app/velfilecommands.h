@@ -48,6 +48,8 @@ public:
         /** Takes hold of that lock, and lets it go. */
         std::function<void(bool)> setEditLock;
         VelProgress::Maker progress; ///< for what may take long
+        /** Where the calendar is, or, without a file yet, where it may well be saved; always with a name. */
+        std::function<QUrl()> proposal;
         /** Lets the user choose, beginning with what is handed in; none when that was cancelled. */
         std::function<std::optional<VelArchiveChoice>(const VelArchiveChoice &)> chooseArchive;
     };

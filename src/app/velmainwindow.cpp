@@ -13,10 +13,12 @@
 #include "app/velnetwork.h"
 #include "app/velonlinewidget.h"
 #include "app/velprintdialogs.h"
+#include "app/velrecoverycopy.h"
 #include "app/veltray.h"
 #include "app/velundo.h"
 #include "app/velunsent.h"
 #include "document/veldoc.h"
+#include "document/velurl.h"
 #include "hub/velmessageboxes.h"
 #include "net/veltrust.h"
 #include "views/velmainview.h"
@@ -77,9 +79,11 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
     initStatusBar();
     m_actions = std::make_unique<VelActions>(this);
     buildGui();
+    VelConfiguration::protect(*applicationConfig());
     VelConfiguration::readPreferences(VelConfiguration::preferences(applicationConfig()), m_settings, m_look,
                                       VelLook::defaults(palette()));
     initDocument();
+    initRecovery();
     initNetwork();
     initInvitations();
     initUndo();
@@ -99,6 +103,7 @@ VelMainWindow::VelMainWindow(VelSurroundings surroundings)
 VelMainWindow::~VelMainWindow()
 {
     m_undo.reset();
+    dropRecoveryCopy(); // whoever closes the window has been asked
     // No reminder may be answered any more, and the views take their leave of the document, which goes last.
     m_alarm.reset();
     m_alerts.reset();
@@ -150,6 +155,7 @@ void VelMainWindow::initDocument()
         [this] { return mayReplaceCalendar(); }, [this](const QUrl &url) { return showElsewhere(url); },
         [this](bool locked) { setEditLock(locked); },
         [this](const QString &text) { return makeProgress(text); },
+        [this] { return proposeFile(); },
         [this](const VelArchiveChoice &usual) { return chooseArchive(usual); }});
     updateCaption();
 }
@@ -224,7 +230,7 @@ void VelMainWindow::saveOptions(const VelWindowOptions &options)
     VelConfiguration::writePreferences(VelConfiguration::preferences(config), m_settings, m_look,
                                        VelLook::defaults(palette()));
     m_view->writeConfig(config);
-    config->sync();
+    VelConfiguration::save(*config);
 }
 
 /** All windows offer the same files. */
@@ -234,7 +240,7 @@ void VelMainWindow::addRecentFile(const QUrl &url)
     m_actions->openRecent->loadEntries(group);
     m_actions->openRecent->addUrl(url);
     m_actions->openRecent->saveEntries(group);
-    group.sync();
+    VelConfiguration::save(*applicationConfig());
     const QList<KMainWindow *> windows = memberList();
     for (KMainWindow *each : windows) {
         auto *window = qobject_cast<VelMainWindow *>(each);
@@ -312,6 +318,15 @@ QString VelMainWindow::captionText() const
     const QString person = isRemote() ? getAccountName(m_doc->getUserId()) : QString();
     return person.isEmpty() ? m_doc->URL().fileName()
                             : i18nc("title of a window: whose calendar it shows", "Calendar of %1", person);
+}
+
+QUrl VelMainWindow::proposeFile() const
+{
+    if (!m_doc->isUntitled())
+        return m_doc->URL();
+    const QString person = isRemote() ? getAccountName(m_doc->getUserId()) : QString();
+    return VelUrl::inDocuments(person.isEmpty() ? i18nc("name of a new calendar's file", "Calendar")
+                                                : person);
 }
 
 void VelMainWindow::updateCaption()

@@ -32,6 +32,7 @@ class VelMainView;
 class VelNetwork;
 class VelOnlineWidget;
 class VelPreferences;
+class VelRecoveryCopy;
 class VelRemoteCalendarDialog;
 class VelSyncBar;
 class VelTray;
@@ -99,6 +100,8 @@ public:
      * already is brought up there.
      */
     void openDocumentFile(const QUrl &url);
+    /** Asks what is to become of calendars without a file that a sudden end of the program has left behind. */
+    void offerRecovered();
     /** Shows the window, or, when it was docked when the program last ended, only its icon in the tray. */
     void showOrDock();
     /** Hides the window behind its icon in the system tray; does nothing where there is no tray. */
@@ -184,6 +187,11 @@ private:
     void showOpenInvitations(int count);
     void tellOutcome(const VelMerge::Report &report);
     void keepChanges();
+    void initRecovery();
+    void keepRecoveryCopy();
+    void dropRecoveryCopy();
+    [[nodiscard]] VelMainWindow *windowForRecovered();
+    void recover(std::unique_ptr<VelRecoveryCopy> copy);
     void initView(const VelWindowOptions &options);
     void readOptions(const VelWindowOptions &options);
     [[nodiscard]] VelWindowOptions currentOptions() const;
@@ -196,6 +204,7 @@ private:
     void tryEncryption(const VelSettings &settings, const VelLook &look);
     void takePreferences(const VelSettings &settings, const VelLook &look);
     [[nodiscard]] QString captionText() const;
+    [[nodiscard]] QUrl proposeFile() const;
     void updateCaption();
     void updateEditActions();
     void saveByItself();
@@ -259,6 +268,7 @@ private:
     std::unique_ptr<VelInvitationAsker> m_invitations;
     QToolButton *m_openInvitations = nullptr; // in the status bar, while there are any
     VelNotTaken m_notTaken;
+    std::unique_ptr<VelRecoveryCopy> m_recovery; // of a calendar without a file; null when none is needed
     std::function<std::optional<QString>(const QString &)> m_askPassword;
     std::function<std::optional<int>(const VelMerge::Question &)> m_ask;
     VelRemoteCalendarDialog *m_remoteDialog = nullptr; // made when it is first needed

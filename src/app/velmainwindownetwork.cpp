@@ -276,4 +276,6 @@ void VelMainWindow::slotAutoSave()
     setAutoSaveTimer();
     if (m_doc->isModified() && !m_doc->isUntitled())
         saveByItself();
+    else
+        keepRecoveryCopy();
 }

@@ -205,9 +205,11 @@ void VelMainWindowTest::everyActionShouldBeInAMenuAndHaveStatusText()
 
 void VelMainWindowTest::emptyStartShouldShowAnUntitledCalendar()
 {
-    const Session session;
+    Session session;
     session.window->openDocumentFile(QUrl());
     QVERIFY(session.doc().isUntitled());
+    session.trigger("file_save_as");
+    QCOMPARE(session.files->proposed.fileName(), QStringLiteral("Calendar.xml"));
     QVERIFY(session.window->windowTitle().startsWith(QLatin1String("Untitled")));
     QVERIFY(!session.isEnabled("file_save"));
     QCOMPARE(session.messages->count(), 0);
