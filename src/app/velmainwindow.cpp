@@ -14,6 +14,7 @@
 #include "app/velonlinewidget.h"
 #include "app/velprintdialogs.h"
 #include "app/velrecoverycopy.h"
+#include "app/velsyncguard.h"
 #include "app/veltray.h"
 #include "app/velundo.h"
 #include "app/velunsent.h"
@@ -110,6 +111,7 @@ VelMainWindow::~VelMainWindow()
     delete m_view;
     m_invitations.reset();
     m_network.reset();
+    m_syncGuard.reset();
     delete m_doc;
 }
 

@@ -35,6 +35,7 @@ class VelPreferences;
 class VelRecoveryCopy;
 class VelRemoteCalendarDialog;
 class VelSyncBar;
+class VelSyncGuard;
 class VelTray;
 class VelTrust;
 class VelUndo;
@@ -209,6 +210,8 @@ private:
     void updateEditActions();
     void saveByItself();
     [[nodiscard]] QString idleText() const;
+    void initSyncGuard();
+    void noteSynchronized(const VelMerge::Report &report);
     void finishMerge(const VelMerge::Report &report);
     // velmainwindowclosing.cpp: what becomes of the window, and of others
     [[nodiscard]] VelClosing::Situation closingSituation() const;
@@ -264,6 +267,7 @@ private:
     std::unique_ptr<VelTray> m_tray;
     std::unique_ptr<VelUndo> m_undo;
     std::unique_ptr<VelTrust> m_trust;
+    std::unique_ptr<VelSyncGuard> m_syncGuard;
     std::unique_ptr<VelNetwork> m_network;
     std::unique_ptr<VelInvitationAsker> m_invitations;
     QToolButton *m_openInvitations = nullptr; // in the status bar, while there are any

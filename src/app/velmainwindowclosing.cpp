@@ -78,13 +78,14 @@ bool VelMainWindow::queryClose()
 
 bool VelMainWindow::mayClose()
 {
+    const QPointer<VelMainWindow> self(this);
     switch (m_closing.next(closingSituation())) {
     case VelClosing::Step::Send:
         if (isRemote())
             m_network->sendChanges();
         else
             m_network->slotAutoSync();
-        return mayClose();
+        return self && mayClose(); // it may have asked what the calendar has to do with the account
     case VelClosing::Step::Wait:
         waitToClose();
         return false;

@@ -9,6 +9,7 @@
 #include "app/velnetwork.h"
 #include "app/velonlinewidget.h"
 #include "app/velsyncbar.h"
+#include "app/velsyncguard.h"
 #include "dialogs/velpassword.h"
 #include "dialogs/velremotecalendardialog.h"
 #include "document/veldoc.h"
@@ -25,25 +26,60 @@
 namespace
 {
 constexpr int NoticeTime = 8000; // milliseconds
-}
+constexpr int PathNoticeTime = 60000; // the same, to be read to the end and perhaps noted down
+} // namespace
 
 void VelMainWindow::initNetwork()
 {
     m_trust = std::make_unique<VelCertificates>(*m_messages);
-    m_network = std::make_unique<VelNetwork>(VelNetwork::Context{
-        *m_doc, m_settings, *m_messages, *m_trust, [this] { return isInUse(); },
-        [this] { updateEditActions(); },
-        [this](const QString &text) {
-            if (!m_closing.isWaiting()) // what it waits for is what counts then
-                slotStatusMsg(text);
-        },
-        [this] {
-            if (!m_closing.isWaiting())
-                m_statusText->setText(idleText());
-        },
-        [this](const VelMerge::Question &notice) { static_cast<void>(askAbout(notice)); }, m_now});
+    m_network = std::make_unique<VelNetwork>(
+        VelNetwork::Context{*m_doc, m_settings, *m_messages, *m_trust, [this] { return isInUse(); },
+                            [this] { updateEditActions(); },
+                            [this](const QString &text) {
+                                if (!m_closing.isWaiting()) // what it waits for is what counts then
+                                    slotStatusMsg(text);
+                            },
+                            [this] {
+                                if (!m_closing.isWaiting())
+                                    m_statusText->setText(idleText());
+                            },
+                            [this](const VelMerge::Question &notice) { static_cast<void>(askAbout(notice)); },
+                            m_now, [this](bool byHand) { return m_syncGuard->maySync(byHand); },
+                            [this] { return isRemote() || m_syncGuard->keepCopy(); }});
     m_syncBar = new VelSyncBar(m_actions->stopSynchronizing, statusBar());
+    initSyncGuard();
     connectNetwork();
+}
+
+void VelMainWindow::initSyncGuard()
+{
+    m_syncGuard = std::make_unique<VelSyncGuard>(
+        VelSyncGuard::Context{*m_doc, m_settings, *m_messages,
+                              [this](const QString &text) { statusBar()->showMessage(text, NoticeTime); }});
+    VelSyncGuard *guard = m_syncGuard.get();
+    connect(m_doc, &VelDoc::urlChanged, guard,
+            [guard] { QTimer::singleShot(0, guard, &VelSyncGuard::checkOpened); });
+    // Before what it brought is saved.
+    connect(m_network.get(), &VelNetwork::merged, this, &VelMainWindow::noteSynchronized);
+    connect(m_network.get(), &VelNetwork::syncEnded, guard, [this, guard] {
+        const QPointer<VelMainWindow> self(this);
+        guard->noteEnded();
+        const QString copy = self ? guard->takeCopyNotice() : QString();
+        if (copy.isEmpty())
+            return;
+        const QString shown = statusBar()->currentMessage();
+        statusBar()->showMessage(shown.isEmpty() ? copy : shown + QLatin1Char(' ') + copy, PathNoticeTime);
+    });
+}
+
+void VelMainWindow::noteSynchronized(const VelMerge::Report &report)
+{
+    if (!m_syncGuard->noteSynchronized())
+        return;
+    m_doc->setModified(true);
+    // Where something else has changed, too, the file is saved with that.
+    if (!report.hasChanged && m_settings.autoSaveSync)
+        m_doc->saveQuietly();
 }
 
 /** What an answer of the server would change under somebody's hands. */

@@ -103,7 +103,7 @@ void VelNetwork::slotSynchronize()
         m_context.lockChanged();
         m_context.status(text);
     } else {
-        startSync(text, false);
+        startIfAllowed(text, false);
     }
 }
 
@@ -133,7 +133,7 @@ void VelNetwork::slotAutoSync()
     if (m_isSynchronizing || m_context.isInUse())
         m_autoSyncTimer.start(LockedRetry);
     else if (hasAccount() && mayRunByItself())
-        startSync(i18n("Synchronizing with server."), true);
+        startIfAllowed(i18n("Synchronizing with server."), true);
     else
         setAutoSyncTimer(); // another calendar, or account, may be there by then
 }
@@ -148,6 +148,20 @@ bool VelNetwork::mayRunByItself() const
 {
     const QString synctime = m_context.doc.getSynctime();
     return m_isStartWindow || (!synctime.isEmpty() && synctime != VelCalendarMeta().synctime);
+}
+
+/** Nothing is sent of a calendar that is somebody else's or an archive. */
+void VelNetwork::startIfAllowed(const QString &text, bool quiet)
+{
+    const QPointer<VelNetwork> self(this);
+    const auto maySync = m_context.maySync; // this may go while it asks
+    const bool isAllowed = maySync(!quiet);
+    if (!self)
+        return;
+    if (isAllowed && !m_isSynchronizing)
+        startSync(text, quiet);
+    else if (quiet)
+        setAutoSyncTimer();
 }
 
 void VelNetwork::startSync(const QString &text, bool quiet)
@@ -211,7 +225,7 @@ void VelNetwork::setAutoSyncTimer()
 void VelNetwork::sendChanges()
 {
     if (!m_isSynchronizing && hasAccount())
-        startSync(i18n("Synchronizing with server."), true);
+        startIfAllowed(i18n("Synchronizing with server."), true);
 }
 
 void VelNetwork::stop()
@@ -331,12 +345,20 @@ void VelNetwork::takeSync(VelXmlContent &content, const VelSentEntries &sent)
         if (!self)
             return; // with the window, and nothing applied
     }
-    if (!doc.isExchanging())
+    if (!doc.isExchanging() || (merge.removesEntries() && !mayRemove()))
         return;
     m_outcome = VelSyncRecord::Outcome::Good;
     const VelMerge::Report report = merge.apply();
     m_hasMoreToSend = m_connection.isRepeat() && report.hasUnsent;
     Q_EMIT merged(report);
+}
+
+/** What is taken away is kept in a copy. */
+bool VelNetwork::mayRemove()
+{
+    const QPointer<VelNetwork> self(this);
+    const auto keepCopy = m_context.keepCopy;
+    return keepCopy() && self && m_context.doc.isExchanging();
 }
 
 void VelNetwork::takeOther(int type, VelXmlContent &content)

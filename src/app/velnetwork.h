@@ -38,6 +38,10 @@ public:
         /** Shows what the user must know. May run an event loop. */
         std::function<void(const VelMerge::Question &)> tell;
         std::function<VelDateTime()> now;
+        /** Whether the calendar belongs to the account at all. May ask @p byHand or not, and run an event loop. */
+        std::function<bool(bool byHand)> maySync;
+        /** Keeps a copy of the calendar, of which entries are about to be taken away. False when that failed. */
+        std::function<bool()> keepCopy;
     };
 
     /** An automatic synchronisation that finds the calendar locked tries again after so many milliseconds. */
@@ -129,6 +133,7 @@ private:
     void connectConnection();
     [[nodiscard]] bool mayRunByItself() const;
     [[nodiscard]] QString stoppedText() const;
+    void startIfAllowed(const QString &text, bool quiet);
     void startSync(const QString &text, bool quiet);
     void endSync();
     void failSync();
@@ -138,6 +143,7 @@ private:
     void takeWaiting();
     void endWaiting();
     void take(int type, const std::shared_ptr<VelXmlContent> &content, const VelSentEntries &sent);
+    [[nodiscard]] bool mayRemove();
     void takeSync(VelXmlContent &content, const VelSentEntries &sent);
     void takeOther(int type, VelXmlContent &content);
     void tellFailure(const QString &message, bool quiet);

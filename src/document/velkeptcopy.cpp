@@ -35,15 +35,16 @@ QString freeName(const QDir &folder, const QString &base, QDate today)
     return folder.filePath(nameOf(base, today, number));
 }
 
-void removeOldest(QDir folder, const QString &base)
+void removeOldest(QDir folder, const QString &base, const QString &newest)
 {
     const QRegularExpression name(
         QRegularExpression::anchoredPattern(QRegularExpression::escape(base + QString::fromLatin1(Infix))
                                             + QStringLiteral("\\d{4}-\\d\\d-\\d\\d(-\\d+)?\\.xml")));
-    int count = 0;
+    int count = 1;
     const QStringList files = folder.entryList(QDir::Files | QDir::NoSymLinks, QDir::Time); // newest first
     for (const QString &file : files) {
-        if (name.match(file).hasMatch() && ++count > VelKeptCopy::MostCopies)
+        if (folder.filePath(file) != newest && name.match(file).hasMatch()
+            && ++count > VelKeptCopy::MostCopies)
             folder.remove(file);
     }
 }
@@ -53,7 +54,7 @@ QString writeInto(const QDir &folder, const VelDoc &doc, QDate today)
     const QString path = freeName(folder, baseOf(doc), today);
     if (!doc.writeCopy(path, true))
         return {};
-    removeOldest(folder, baseOf(doc));
+    removeOldest(folder, baseOf(doc), path);
     return path;
 }
 } // namespace

@@ -146,6 +146,21 @@ bool VelMerge::isAnsweredSince(quint32 localid) const
         && (!before || before->getAccountStatus(m_doc.getUserId()) != status);
 }
 
+bool VelMerge::removesEntries() const
+{
+    if (!m_isTotal)
+        return false;
+    std::unordered_set<quint32> named;
+    for (const Step &step : m_steps)
+        named.insert(step.localid);
+    const VelEntryList all = m_doc.getEntries({}, 0, false, {});
+    return std::any_of(all.begin(), all.end(), [&named](const VelEntryRef &each) {
+        const VelEntry &entry = *each.getOriginal();
+        const bool isNew = entry.globalid == 0 && entry.dirty != 0;
+        return !entry.isDeleted() && !isNew && named.count(entry.localid) == 0;
+    });
+}
+
 VelMerge::Report VelMerge::apply()
 {
     // Another calendar has been opened meanwhile: the answer is not about this one.

@@ -79,6 +79,9 @@ public:
     /** What the user is to be told first, in the order of the answer. */
     [[nodiscard]] const std::vector<Question> &notices() const { return m_notices; }
 
+    /** True when a total synchronisation is about to take entries away that it does not name. */
+    [[nodiscard]] bool removesEntries() const;
+
     /**
      * Applies everything and ends the exchange; call it once. Does nothing, and is to be followed by nothing, when the
      * calendar has been replaced by another since. The views are the caller's to update.

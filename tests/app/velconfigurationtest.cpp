@@ -8,6 +8,7 @@
 #include <KConfig>
 
 #include <QPalette>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void optionsShouldSurvive();
     void hostileValuesShouldNotGetThrough_data();
     void hostileValuesShouldNotGetThrough();
+    void fileShouldBeForItsOwnerOnly();
     void unchosenColoursShouldFollowThePalette();
     void filterShouldBeWrittenAsTheToolkitWantsIt();
 };
@@ -144,6 +146,21 @@ void VelConfigurationTest::hostileValuesShouldNotGetThrough()
     QVERIFY(settings.pass.isEmpty());
     QVERIFY(look.selection.isValid());
     QCOMPARE(settings.workdayBegin, QTime(9, 0));
+}
+
+void VelConfigurationTest::fileShouldBeForItsOwnerOnly()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("rc"));
+    KConfig config(path, KConfig::SimpleConfig);
+    for (const bool isThere : {false, true}) {
+        const auto open = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
+        QVERIFY(!isThere || QFile::setPermissions(path, open));
+        VelConfiguration::preferences(&config).writeEntry("Pass", isThere);
+        VelConfiguration::save(config);
+        QCOMPARE(QFile::permissions(path) & (open | QFile::WriteGroup | QFile::WriteOther),
+                 QFile::ReadOwner | QFile::WriteOwner);
+    }
 }
 
 void VelConfigurationTest::unchosenColoursShouldFollowThePalette()

@@ -107,6 +107,7 @@ private Q_SLOTS:
     void autoSaveShouldNotAskTwiceAboutAForeignChange();
     void sessionShouldBringBackUnsavedChanges_data();
     void sessionShouldBringBackUnsavedChanges();
+    void calendarWithoutAFileShouldBeRecovered();
     void quitShouldTakeItsDataOffTheClipboard();
     void editorShouldWriteOnlyWhatIsAccepted();
     void newEntryShouldBeOnTheDayOfTheSelectedOne();
@@ -618,6 +619,37 @@ void VelMainWindowTest::sessionShouldBringBackUnsavedChanges()
     if (!autoSave)
         QCOMPARE(session.messages->last().text, QStringLiteral("recover:1-") + recovery);
     QVERIFY(!QFile::exists(recovery));
+}
+
+void VelMainWindowTest::calendarWithoutAFileShouldBeRecovered()
+{
+    const QDir folder = VelRecovery::folder();
+    const auto copies = [&folder] { return folder.entryList({QStringLiteral("untitled-*.xml")}); };
+    {
+        const Session session;
+        addEvent(session.doc(), QStringLiteral("unsaved"), march(2, 9), march(2, 10));
+        session.doc().slotUpdateAllViews(nullptr);
+        session.window->slotAutoSave();
+        QCOMPARE(copies().size(), 1);
+        session.window->offerRecovered(); // not its own
+        QCOMPARE(session.messages->count(), 0);
+        // As if its process were killed: nobody holds the copy.
+        QVERIFY(QFile::copy(folder.filePath(copies().first()),
+                            folder.filePath(QStringLiteral("untitled-0.xml"))));
+    }
+    QCOMPARE(copies(), QStringList{QStringLiteral("untitled-0.xml")});
+    for (const int choice : {1, 0}) { // later, then to open it
+        const Session session;
+        session.messages->orderChoice(choice);
+        session.window->offerRecovered();
+        QCOMPARE(session.messages->count(), 1);
+        QCOMPARE(session.doc().getEntryCount(), std::size_t(choice == 0 ? 1 : 0));
+        QCOMPARE(session.doc().isModified() && session.doc().isUntitled(), choice == 0);
+        session.window->offerRecovered(); // it is in this window now
+        QCOMPARE(session.messages->count(), choice == 0 ? 1 : 2);
+        QCOMPARE(copies().size(), 1);
+    }
+    QVERIFY(copies().isEmpty());
 }
 
 void VelMainWindowTest::quitShouldTakeItsDataOffTheClipboard()
