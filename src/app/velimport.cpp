@@ -59,7 +59,7 @@ void VelImport::add(VelForeignContent content)
     {
         const VelStepScope scope(&m_context.doc, i18nc("what was done", "Import"));
         for (auto &entry : content.entries)
-            VelPaste::addCopy(m_context.doc, std::move(entry));
+            VelPaste::addImported(m_context.doc, std::move(entry));
     }
     m_context.doc.slotUpdateAllViews(nullptr);
 }

@@ -105,6 +105,8 @@ public:
     [[nodiscard]] bool isTentative(const VelEntry &entry) const;
     /** The date that the document goes by. */
     [[nodiscard]] QDate today() const { return m_today(); }
+    /** The date and time that its reminders go by. */
+    [[nodiscard]] VelDateTime now() const { return m_now(); }
     /** True when the local user may change the calendar. */
     [[nodiscard]] bool isWritable() const { return m_meta.origright > ReadRight; }
     /// @}

@@ -11,6 +11,7 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -80,6 +81,12 @@ bool VelDrag::canDecode(const QMimeData *source)
     return source
         && (source->hasFormat(VCalendarType) || source->hasFormat(EntryType)
             || !firstCalendarFile(source).isEmpty());
+}
+
+bool VelDrag::takeCut(const QMimeData *source)
+{
+    const auto *own = qobject_cast<const VelDrag *>(source);
+    return own && std::exchange(own->m_isCut, false);
 }
 
 std::unique_ptr<VelEntry> VelDrag::decode(const QMimeData *source)

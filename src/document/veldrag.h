@@ -37,10 +37,16 @@ public:
     /** All entries of the data: files may hold many. */
     [[nodiscard]] static std::vector<std::unique_ptr<VelEntry>> decodeAll(const QMimeData *source);
 
+    /** What it carries has been cut: the first to paste it moves it, and who pastes it again makes copies. */
+    void setCut() { m_isCut = true; }
+    /** True once for data of this program that has been cut. */
+    [[nodiscard]] static bool takeCut(const QMimeData *source);
+
 protected:
     QVariant retrieveData(const QString &mime, VelVariantType type) const override;
 
 private:
     QByteArray m_entry;
     QString m_vCalendar;
+    mutable bool m_isCut = false; // and not yet pasted; the clipboard hands out nothing that may be changed
 };

@@ -64,8 +64,10 @@ Result takeIn(VelDoc &doc, VelMessages &messages, std::vector<std::unique_ptr<Ve
     if (!result.hasKeptDates)
         VelPaste::moveTo(*entries.front(), start);
     auto scope = std::make_unique<VelStepScope>(&doc, i18nc("what was done", "Drop"));
+    const bool isFile = entries.size() > 1;
     for (auto &entry : entries) {
-        const VelEntry *added = VelPaste::addCopy(doc, std::move(entry));
+        const VelEntry *added =
+            isFile ? VelPaste::addImported(doc, std::move(entry)) : VelPaste::addCopy(doc, std::move(entry));
         if (!result.entry)
             result.entry = added;
     }

@@ -408,8 +408,13 @@ void VelListView::dropEvent(QDropEvent *event)
         return;
     {
         const VelStepScope scope(document(), i18nc("what was done", "Drop"));
-        for (auto &entry : entries)
-            VelPaste::addCopy(*document(), std::move(entry));
+        const bool isFile = entries.size() > 1;
+        for (auto &entry : entries) {
+            if (isFile)
+                VelPaste::addImported(*document(), std::move(entry));
+            else
+                VelPaste::addCopy(*document(), std::move(entry));
+        }
     }
     document()->slotUpdateAllViews(nullptr);
 }

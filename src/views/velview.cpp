@@ -143,17 +143,26 @@ void VelView::cut()
     if (mayRemoveSelected(
             i18n("Cutting this event to clipboard will also cut all recurring events based on it."),
             i18n("Cut all occurences"))) {
-        copy();
+        copyToClipboard(true);
         delInternal(i18nc("what was done", "Cut"));
     }
 }
 
 void VelView::copy()
 {
+    copyToClipboard(false);
+}
+
+void VelView::copyToClipboard(bool isCut)
+{
     const VelEntry *entry = getSelectedEntry();
     const VelEntry *original = entry ? document()->getOriginalEntry(entry) : nullptr;
-    if (original)
-        QGuiApplication::clipboard()->setMimeData(new VelDrag(*original, document()->getUserId()));
+    if (!original)
+        return;
+    auto *drag = new VelDrag(*original, document()->getUserId());
+    if (isCut)
+        drag->setCut();
+    QGuiApplication::clipboard()->setMimeData(drag);
 }
 
 void VelView::del()
@@ -186,15 +195,17 @@ void VelView::paste()
 {
     if (!mayPaste())
         return;
-    std::unique_ptr<VelEntry> decoded = VelDrag::decode(QGuiApplication::clipboard()->mimeData());
+    const QMimeData *source = QGuiApplication::clipboard()->mimeData();
+    std::unique_ptr<VelEntry> decoded = VelDrag::decode(source);
     if (!decoded)
         return;
+    const bool wasCut = VelDrag::takeCut(source);
     if (hasSelection())
         VelPaste::moveTo(*decoded, getSelectionStart());
     const VelEntry *entry = nullptr;
     {
         const VelStepScope scope(document(), i18nc("what was done", "Paste"));
-        entry = VelPaste::addPasted(*document(), std::move(decoded));
+        entry = VelPaste::addPasted(*document(), std::move(decoded), wasCut);
     }
     if (entry->globalid != 0)
         announce(entry->localid); // taken back what others think is gone

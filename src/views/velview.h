@@ -129,6 +129,7 @@ private:
     [[nodiscard]] static Selection selectionOf(const VelEntry *entry);
     [[nodiscard]] bool mayRemoveSelected(const QString &question, const QString &yes) const;
     void delInternal(const QString &step);
+    void copyToClipboard(bool isCut);
     void addNewEntry(const QString &title, const VelDateTime &start, const VelDateTime &end);
 
     Selection m_selected;

@@ -160,6 +160,48 @@ private Q_SLOTS:
         }
     }
 
+    void onlyWhatIsMovedShouldStayGiven()
+    {
+        TestDoc doc;
+        VelEntry entry = makeEvent(QStringLiteral("A"), march(1, 9), march(1, 10));
+        entry.reminder = 15;
+        entry.reminderfired = true;
+        for (const bool isCutTakenBack : {false, true}) {
+            if (isCutTakenBack)
+                entry.localid = add(doc, entry)->localid;
+            VelDrag drag(entry, 0);
+            drag.setCut();
+            const auto paste = [&doc, &drag] {
+                return VelPaste::addPasted(doc, VelDrag::decode(&drag), VelDrag::takeCut(&drag))
+                    ->reminderfired;
+            };
+            QCOMPARE(paste(), !isCutTakenBack);
+            QVERIFY(!paste() && !VelPaste::addCopy(doc, VelDrag::decode(&drag))->reminderfired);
+        }
+    }
+
+    void importShouldNotRemindOfWhatIsOver()
+    {
+        TestDoc doc(&today, [] { return march(2, 12); });
+        const auto isGiven = [&doc](const VelDateTime &end, bool notime, const VelRecurrenceRule &rule = {}) {
+            VelEntry entry = makeEvent(QStringLiteral("A"), end.withTime(QTime(0, 0)), end);
+            entry.notime = notime;
+            entry.rule = rule;
+            entry.reminder = 15;
+            return VelPaste::addImported(doc, std::make_unique<VelEntry>(entry))->reminderfired;
+        };
+        QVERIFY(isGiven(march(2, 12), false) && !isGiven(march(2, 12, 1), false));
+        QVERIFY(isGiven(march(1, 23), true) && !isGiven(march(2), true)); // whole days
+        QVERIFY(isGiven(march(1, 10), false, dailyRule(1, 2))
+                && !isGiven(march(1, 10), false, dailyRule(1, 3)));
+        VelRecurrenceRule until = dailyRule(1, 0);
+        until.occurenddate = today();
+        QVERIFY(isGiven(march(1, 10), false, until));
+        // Without an end, and with one that is too far away to be worked out.
+        QVERIFY(!isGiven(march(1, 10), false, dailyRule(800, 0))
+                && !isGiven(march(1, 10), false, dailyRule(800, 2)));
+    }
+
     void shouldTakeOverWhatOthersOrganised()
     {
         TestDoc doc;
