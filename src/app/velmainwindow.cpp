@@ -187,6 +187,7 @@ void VelMainWindow::initView(const VelWindowOptions &options)
     setCentralWidget(m_view);
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
             &VelMainWindow::slotClipboardChanged);
+    connect(m_view, &VelMainView::commandViewChanged, this, &VelMainWindow::updateEditActions);
 }
 
 void VelMainWindow::readOptions(const VelWindowOptions &options)
@@ -251,9 +252,11 @@ void VelMainWindow::addRecentFile(const QUrl &url)
     }
 }
 
-void VelMainWindow::setCutCopy(const VelEntry *selected, bool isSelected)
+/** Whichever view tells it: what counts is the one that the commands act on. */
+void VelMainWindow::setCutCopy(const VelEntry *, bool)
 {
-    const bool hasEntry = selected && isSelected;
+    const VelEntry *selected = m_view ? m_view->getCommandView()->getSelectedEntry() : nullptr;
+    const bool hasEntry = selected != nullptr;
     const bool mayRemove = hasEntry && mayEdit() && m_doc->isOwner(selected);
     m_actions->cut->setEnabled(mayRemove);
     m_actions->del->setEnabled(mayRemove);
@@ -284,8 +287,7 @@ bool VelMainWindow::mayEdit() const
 
 void VelMainWindow::updateEditActions()
 {
-    const VelView *view = m_view->getCurrentView();
-    setCutCopy(view->getSelectedEntry(), view->hasSelectedEntry());
+    setCutCopy(nullptr, false);
     m_actions->purge->setEnabled(mayEdit());
     m_actions->import->setEnabled(mayEdit());
     m_actions->newEntry->setEnabled(mayEdit());

@@ -52,7 +52,7 @@ void VelMainWindow::slotNewTodo()
 
 void VelMainWindow::slotEditEntry()
 {
-    m_view->getCurrentView()->editSelected();
+    m_view->getCommandView()->editSelected();
 }
 
 void VelMainWindow::showEntryDialog(const VelEntry &entry, bool isNew)

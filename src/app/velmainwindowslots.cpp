@@ -134,12 +134,12 @@ void VelMainWindow::slotFilePrint()
 
 void VelMainWindow::slotEditCut()
 {
-    m_view->getCurrentView()->cut();
+    m_view->getCommandView()->cut();
 }
 
 void VelMainWindow::slotEditCopy()
 {
-    m_view->getCurrentView()->copy();
+    m_view->getCommandView()->copy();
 }
 
 void VelMainWindow::slotEditPaste()
@@ -149,7 +149,7 @@ void VelMainWindow::slotEditPaste()
 
 void VelMainWindow::slotEditDelete()
 {
-    m_view->getCurrentView()->del();
+    m_view->getCommandView()->del();
 }
 
 void VelMainWindow::slotGoToday()
@@ -189,7 +189,7 @@ void VelMainWindow::slotViewMonth()
 
 void VelMainWindow::slotViewEntry()
 {
-    if (const VelEntry *entry = m_view->getCurrentView()->getSelectedEntry())
+    if (const VelEntry *entry = m_view->getCommandView()->getSelectedEntry())
         showEntryInfo(*entry, VelAnswer::Plain);
 }
 

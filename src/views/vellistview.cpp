@@ -20,10 +20,13 @@
 #include <QDragEnterEvent>
 #include <QMenu>
 #include <QScopedValueRollback>
+#include <QStatusBar>
 #include <QVBoxLayout>
 
 namespace
 {
+constexpr int NoticeTime = 8000; // milliseconds
+
 /** What a row leads back to: ids stay true when the document changes, pointers need not. */
 void *keyOf(quint32 localid, quint32 number)
 {
@@ -67,7 +70,6 @@ VelListView::VelListView(QWidget *parent, Kind kind, QDate today)
         m_filterBar = new VelListViewWidget(today, this);
         layout->addWidget(m_filterBar);
         connect(m_filterBar, &VelListViewWidget::dateChanged, this, &VelListView::updateView);
-        connect(m_table, &WTable::currentRowChanged, this, &VelListView::slotRowClicked);
     }
     layout->addWidget(m_table);
     setFocusProxy(m_table);
@@ -77,7 +79,9 @@ VelListView::VelListView(QWidget *parent, Kind kind, QDate today)
     m_table->setDateFormatter([](const QDate &date) { return VelText::getDay(date); });
     m_table->setDateTimeFormatter(
         [](const QDateTime &time) { return VelText::getDateTime(VelDateTime::fromQDateTime(time)); });
-    connect(m_table, &WTable::rowClicked, this, &VelListView::slotRowClicked);
+    connect(m_table, &WTable::rowClicked, this, &VelListView::slotSelectionChanged);
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &VelListView::slotSelectionChanged);
     m_table->setRowsDraggable(true);
     connect(m_table, &WTable::rowDoubleClicked, this, [this](int row) { edit(getEntry(row)); });
     connect(m_table, &WTable::rowActivated, this, [this](int row) { edit(getEntry(row)); });
@@ -167,8 +171,7 @@ void VelListView::updateView()
     m_table->setActives();
     if (!m_table->userWidths())
         m_table->adjustAll();
-    if (m_kind == Kind::Entries)
-        showSelectedEntry();
+    showSelectedEntry();
 }
 
 /** The table's current row is that of the selected entry; what is not listed is not selected either. */
@@ -227,12 +230,17 @@ const VelEntry *VelListView::getEntry(int row) const
     return entryOf(*document(), key);
 }
 
-void VelListView::slotRowClicked(int row)
+/** Not the current row: the toolkit has one that nothing shows. */
+void VelListView::slotSelectionChanged()
 {
-    if (m_kind != Kind::Entries || row < 0 || m_isFilling)
+    if (m_isFilling)
         return;
-    if (const VelEntry *entry = getEntry(row))
+    const QModelIndexList rows = m_table->selectionModel()->selectedRows();
+    const VelEntry *entry = rows.isEmpty() ? nullptr : getEntry(rows.first().row());
+    if (entry)
         setSelectedEntry(entry, true);
+    else
+        clearSelectedEntry(true);
 }
 
 void VelListView::slotValueChanged(int row, int column)
@@ -368,11 +376,14 @@ void VelListView::slotDelete()
         return;
     if (isSelectedEntry(entry))
         clearSelectedEntry(false);
+    const QString title = entry->getTitle();
     {
         const VelStepScope scope(document(), i18nc("what was done", "Delete"));
         document()->deleteEntry(document()->getOriginalEntry(entry), true);
     }
     document()->slotUpdateAllViews(nullptr);
+    VelApp::getApp(this)->statusBar()->showMessage(
+        i18n("The task \"%1\" has been deleted. Undo brings it back.", title), NoticeTime);
 }
 
 void VelListView::slotRowDragged(int row)

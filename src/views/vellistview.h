@@ -78,7 +78,7 @@ private:
     void addRow(const VelEntryRef &ref);
     [[nodiscard]] static WTableItem momentCell(const VelEntry &entry, const VelDateTime &moment);
     void showSelectedEntry();
-    void slotRowClicked(int row);
+    void slotSelectionChanged();
     void slotValueChanged(int row, int column);
     void slotPopup(int row, const QPoint &globalPos);
     void slotDelete();

@@ -15,6 +15,7 @@
 #include <KConfig>
 #include <KConfigGroup>
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLocale>
 #include <QSplitter>
@@ -73,6 +74,8 @@ VelMainView::VelMainView(QWidget *parent, const KConfig *config, const QList<int
 
 VelMainView::~VelMainView()
 {
+    disconnect(qApp, nullptr, this,
+               nullptr); // the children go later, and the keyboard moves from one to the next
     if (VelDoc *doc = VelApp::getDocument(this)) {
         for (VelView *view : {viewOf(DayView), viewOf(MonthView), viewOf(ListView)})
             doc->removeView(view);
@@ -99,8 +102,10 @@ void VelMainView::connectViews()
     // The next calendar has entries with the same ids, and they are others.
     connect(VelApp::getDocument(this), &VelDoc::contentsReplaced, this, [this] {
         getCurrentView()->clearSelectedEntry(false);
+        m_smallList->clearSelectedEntry(false);
         m_dayView->release();
     });
+    connect(qApp, &QApplication::focusChanged, this, &VelMainView::slotFocusChanged);
     m_minuteTimer.setSingleShot(true);
     connect(&m_minuteTimer, &QTimer::timeout, this, &VelMainView::tick);
     tick();
@@ -147,6 +152,20 @@ VelView *VelMainView::viewOf(int type) const
 VelView *VelMainView::getCurrentView() const
 {
     return viewOf(m_viewType);
+}
+
+VelView *VelMainView::getCommandView() const
+{
+    return m_isInTasks ? m_smallList : getCurrentView();
+}
+
+/** Menus, bars and other windows take the keyboard only to give it back. */
+void VelMainView::slotFocusChanged(QWidget *, QWidget *now)
+{
+    if (!now || !isAncestorOf(now) || m_isInTasks == m_smallList->isAncestorOf(now))
+        return;
+    m_isInTasks = !m_isInTasks;
+    Q_EMIT commandViewChanged();
 }
 
 bool VelMainView::hasInput() const

@@ -66,6 +66,8 @@ public:
     [[nodiscard]] bool hasInput() const;
     /** The big view that is shown. */
     [[nodiscard]] VelView *getCurrentView() const;
+    /** The one whose entry Cut, Copy, Delete, Edit and View act on: the to-do list while it has the keyboard, else the big view. */
+    [[nodiscard]] VelView *getCommandView() const;
     [[nodiscard]] VelDayView *dayView() const { return m_dayView; }
     [[nodiscard]] VelMonthView *monthView() const { return m_monthView; }
     [[nodiscard]] VelDayPicker *dayPicker() const { return m_dayPicker; }
@@ -78,6 +80,10 @@ public:
     /** Takes the colours and fonts of the preferences. */
     void updateColors();
 
+Q_SIGNALS:
+    /** getCommandView() is another one. */
+    void commandViewChanged();
+
 protected:
     bool event(QEvent *event) override;
 
@@ -87,6 +93,7 @@ private:
     void buildSplitters(const QList<int> &splitter1, const QList<int> &splitter2);
     void slotDateChanged(QDate date);
     void showOnly(int type);
+    void slotFocusChanged(QWidget *old, QWidget *now);
     void tick();
 
     std::unique_ptr<VelDocSource> m_source;
@@ -101,4 +108,5 @@ private:
     QDate m_today;
     int m_viewType = NoView;
     int m_viewSize = WorkWeek;
+    bool m_isInTasks = false; // the keyboard, or it was before it went to a menu or another window
 };

@@ -9,6 +9,7 @@
 #include "dialogs/velentrydialog.h"
 #include "dialogs/velentryinfo.h"
 #include "dialogs/velpreferences.h"
+#include "document/veldrag.h"
 #include "formats/velvcalendar.h"
 #include "hub/velprintout.h"
 #include "session.h"
@@ -26,6 +27,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPainter>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -100,6 +102,7 @@ private Q_SLOTS:
     void closingShouldAskAboutChanges();
     void readOnlyCalendarShouldDisableChanges();
     void editActionsShouldFollowTheSelection();
+    void commandsShouldActOnWhatHasTheKeyboard();
     void purgeShouldRemoveCompletedTasks();
     void undoShouldTakeBackOneCommandAtATime();
     void archiveShouldSaveBothFilesAndTellHowMany();
@@ -454,6 +457,40 @@ void VelMainWindowTest::editActionsShouldFollowTheSelection()
     QVERIFY(session.isEnabled("edit_paste"));
     session.trigger("go_today");
     QVERIFY(!session.isEnabled("edit_copy"));
+}
+
+/** What is selected elsewhere is left alone while the to-do list has the keyboard. */
+void VelMainWindowTest::commandsShouldActOnWhatHasTheKeyboard()
+{
+    Session session = Session::withList();
+    VelDoc &doc = session.doc();
+    const quint32 event =
+        addEvent(doc, QStringLiteral("event"), at(testDay(), 9), at(testDay(), 10))->localid;
+    VelEntry task = makeTodo(QStringLiteral("task"), testDay());
+    task.globalid = 12;
+    task.rule = dailyRule(1, 2);
+    const quint32 todo = add(doc, task)->localid;
+    doc.slotUpdateAllViews(nullptr);
+    session.window->show();
+    QVERIFY(QTest::qWaitForWindowActive(session.window));
+    session.list()->table()->setFocus();
+    for (int row = 0; session.list()->getSelectedEntry() != doc.getEntry(event); ++row)
+        session.list()->table()->selectRow(row);
+    WTable *tasks = session.window->mainView()->smallList()->table();
+    tasks->setFocus(Qt::MouseFocusReason); // a click beside the rows: the toolkit's current row is not shown
+    for (const char *action : {"edit_cut", "edit_copy", "edit_delete", "edit_entry", "view_entry"})
+        QVERIFY2(!session.isEnabled(action), action);
+    tasks->selectRow(0);
+    session.window->menuBar()->setFocus(Qt::MenuBarFocusReason);
+    session.trigger("edit_copy");
+    QCOMPARE(VelDrag::decode(QGuiApplication::clipboard()->mimeData())->getTitle(), QStringLiteral("task"));
+    session.trigger("edit_delete"); // the series is asked about, and the server told
+    QVERIFY(!doc.getEntry(todo)->isDeleted());
+    session.messages->orderAnswer(VelMessages::Answer::Yes);
+    session.trigger("edit_delete");
+    QVERIFY(doc.getEntry(todo)->isDeleted() && !session.isEnabled("edit_delete"));
+    session.list()->table()->setFocus();
+    QVERIFY(session.isEnabled("edit_delete") && doc.getEntry(event));
 }
 
 void VelMainWindowTest::purgeShouldRemoveCompletedTasks()

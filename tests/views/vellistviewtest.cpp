@@ -14,6 +14,7 @@
 #include <QDragEnterEvent>
 #include <QGuiApplication>
 #include <QMenu>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -351,6 +352,8 @@ void VelListViewTest::menuDeleteShouldNeitherAskNorLeaveANotice()
     menu->hide();
     QCOMPARE(window.app.doc.getEntryCount(), std::size_t(0));
     QCOMPARE(window.app.fakeMessages.count(), 0);
+    QCOMPARE(window.app.statusBar()->currentMessage(),
+             QStringLiteral("The task \"task\" has been deleted. Undo brings it back."));
 }
 
 QTEST_MAIN(VelListViewTest)
