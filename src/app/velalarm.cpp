@@ -7,6 +7,9 @@
 #include "model/velsettings.h"
 
 #include <QDBusConnection>
+#include <QPointer>
+
+#include <utility>
 
 namespace
 {
@@ -17,15 +20,18 @@ QString pathOf(const QUrl &url)
 }
 } // namespace
 
-VelAlarm::VelAlarm(VelDoc &doc, const VelSettings &settings, Now now, VelAlertSurface &surface)
+VelAlarm::VelAlarm(VelDoc &doc, const VelSettings &settings, Now now, VelAlertSurface &surface,
+                   VelGivenReminders given)
     : m_doc(doc)
     , m_settings(settings)
     , m_now(std::move(now))
     , m_surface(surface)
+    , m_given(std::move(given))
 {
     connect(&doc, &VelDoc::alarm, this, &VelAlarm::slotAlarm);
     connect(&doc, &VelDoc::alarmUpdated, this, &VelAlarm::slotAlarmUpdated);
     connect(&doc, &VelDoc::alarmEnded, this, [this] { m_surface.closeReminder(); });
+    connect(&doc, &VelDoc::remindersGiven, this, &VelAlarm::slotGiven);
     watchSleep();
 }
 
@@ -54,6 +60,39 @@ VelReminderNotice VelAlarm::notice(const VelEntry &entry) const
 
 void VelAlarm::slotAlarm(quint32 localid)
 {
+    if (!m_doc.isWritable())
+        skipGiven();
+    // It is not any more when it was among those, or when the calendar is another one.
+    if (!m_isHeld && m_doc.getAlarmEntry() == localid)
+        give(localid);
+}
+
+void VelAlarm::resume()
+{
+    if (std::exchange(m_isHeld, false) && m_doc.getAlarmEntry() != 0)
+        slotAlarm(m_doc.getAlarmEntry());
+}
+
+void VelAlarm::skipGiven()
+{
+    const VelDateTime now = m_now();
+    for (const quint32 localid : m_doc.getDueReminders()) {
+        if (m_given.isGiven(m_doc, *m_doc.getEntry(localid), now))
+            m_doc.skipReminder(localid);
+    }
+}
+
+/** In the file, without a word, where that takes along nothing else; what cannot be saved there is remembered here. */
+void VelAlarm::slotGiven(const std::vector<quint32> &localids)
+{
+    const QPointer<VelAlarm> self(this);
+    const bool isSaved = !m_doc.isModified() && m_doc.saveQuietly();
+    if (self && !isSaved)
+        m_given.add(m_doc, localids, m_now());
+}
+
+void VelAlarm::give(quint32 localid)
+{
     startProgram();
     playSound();
     const VelEntry *entry = m_doc.getEntry(localid);
@@ -74,6 +113,8 @@ void VelAlarm::slotAlarmUpdated()
 void VelAlarm::slotAnswered(quint32 localid, const VelReminderAnswer &answer)
 {
     const VelDateTime now = m_now();
+    const QPointer<VelAlarm> self(this);
+    m_isHeld = answer.result == VelReminderDialog::Show;
     switch (answer.result) {
     case VelReminderDialog::Snooze:
         if (!m_doc.snoozeReminder(
@@ -88,7 +129,7 @@ void VelAlarm::slotAnswered(quint32 localid, const VelReminderAnswer &answer)
         m_doc.dismissReminder(localid);
         break;
     }
-    if (answer.result == VelReminderDialog::Show)
+    if (self && answer.result == VelReminderDialog::Show)
         Q_EMIT showWanted(localid);
 }
 

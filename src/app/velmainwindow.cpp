@@ -171,7 +171,9 @@ void VelMainWindow::initAlarm()
 {
     if (!m_alerts)
         m_alerts = std::make_unique<VelDesktopAlerts>(this);
-    m_alarm = std::make_unique<VelAlarm>(*m_doc, m_settings, m_now, *m_alerts);
+    m_alarm = std::make_unique<VelAlarm>(
+        *m_doc, m_settings, m_now, *m_alerts,
+        VelGivenReminders(applicationConfig()->group(QStringLiteral("Given Reminders"))));
     connect(m_alarm.get(), &VelAlarm::showWanted, this, &VelMainWindow::slotShowEntry);
 }
 
@@ -185,9 +187,9 @@ void VelMainWindow::initView(const VelWindowOptions &options)
 {
     m_view = new VelMainView(this, applicationConfig(), options.splitterSizes1, options.splitterSizes2);
     setCentralWidget(m_view);
+    connect(m_view, &VelMainView::commandViewChanged, this, &VelMainWindow::updateEditActions);
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
             &VelMainWindow::slotClipboardChanged);
-    connect(m_view, &VelMainView::commandViewChanged, this, &VelMainWindow::updateEditActions);
 }
 
 void VelMainWindow::readOptions(const VelWindowOptions &options)

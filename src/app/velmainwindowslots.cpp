@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "app/velactions.h"
+#include "app/velalarm.h"
 #include "app/velconnectiontest.h"
 #include "app/velfilecommands.h"
 #include "app/velmailer.h"
@@ -248,18 +249,20 @@ void VelMainWindow::slotViewList()
 
 void VelMainWindow::slotShowEntry(quint32 localid)
 {
-    const VelEntry *entry = m_doc->getEntry(localid);
-    if (!entry)
-        return;
-    bringUp();
-    m_view->setDate(entry->type == VelEntry::Event ? entry->getStart().date() : entry->getEnd().date());
+    if (const VelEntry *entry = m_doc->getEntry(localid)) {
+        bringUp();
+        m_view->setDate(entry->type == VelEntry::Event ? entry->getStart().date() : entry->getEnd().date());
+    }
     // Later: what asked for it has its own end to come to.
     QTimer::singleShot(0, this, [this, localid] {
+        const QPointer<VelMainWindow> self(this);
         const VelEntry *shown = m_doc->getEntry(localid);
         if (shown && shown->type == VelEntry::Event)
             showEntryInfo(*shown, VelAnswer::Plain);
         else if (shown)
             showEntryDialog(*shown, false);
+        if (self)
+            m_alarm->resume();
     });
 }
 

@@ -158,10 +158,17 @@ public:
     [[nodiscard]] quint32 getAlarmEntry() const { return m_alarmEntry; }
     /** How many are overdue, apart from that one. */
     [[nodiscard]] int getWaitingReminders() const;
-    /** Has been given: the entry is marked fired and dirty, the document modified. Ends its alert. */
+    /** Those that are overdue, with the one being given, in the order in which they ring. */
+    [[nodiscard]] std::vector<quint32> getDueReminders() const { return m_reminders.due(m_now()); }
+    /**
+     * Has been given: the entry is marked fired and dirty, the document modified. Ends its alert. In a calendar that may
+     * only be read the entry is marked fired and nothing else; see remindersGiven().
+     */
     void dismissReminder(quint32 localid);
     /** The same for the one being given and all that are overdue. */
     void dismissDueReminders();
+    /** Had been given before the calendar was opened: the entry is marked fired, which nobody is told of. */
+    void skipReminder(quint32 localid);
     /**
      * Ends the alert, which will be given again at @p until, or, as that is not saved, after a restart. False, and the
      * alert goes on, when that time has passed or the entry is gone.
@@ -267,6 +274,8 @@ Q_SIGNALS:
     void alarmUpdated();
     /** The alert that was being given has been answered, or its entry or reminder is gone. */
     void alarmEnded();
+    /** Of a calendar that may only be read: nothing is sent to the server or waits to be saved. */
+    void remindersGiven(const std::vector<quint32> &localids);
 
 private:
     struct Stored {
@@ -286,6 +295,7 @@ private:
     [[nodiscard]] bool hasReminders() const;
     [[nodiscard]] std::optional<VelReminders::Alert> dueReminder() const;
     bool markFired(quint32 localid);
+    void keepGiven(const std::vector<quint32> &localids);
     [[nodiscard]] quint32 takeLocalId();
     void takeEntries(std::vector<std::unique_ptr<VelEntry>> entries);
     const VelEntry *store(std::unique_ptr<VelEntry> entry, QDate today);

@@ -120,13 +120,26 @@ bool VelDoc::markFired(quint32 localid)
     const auto found = m_entries.find(localid);
     if (found == m_entries.end() || found->second.entry->isDeleted())
         return false;
-    recordForExchange(localid);
+    if (isWritable())
+        recordForExchange(localid);
     VelEntry &entry = *found->second.entry;
     m_reminders.remove(entry);
     entry.reminderfired = true;
-    entry.uDirty(1);
+    if (isWritable())
+        entry.uDirty(1);
     m_reminders.insert(entry);
     return true;
+}
+
+/** The server would refuse what is sent to it of a calendar that may only be read. */
+void VelDoc::keepGiven(const std::vector<quint32> &localids)
+{
+    if (localids.empty())
+        return;
+    if (isWritable())
+        setModified(true);
+    else
+        Q_EMIT remindersGiven(localids);
 }
 
 void VelDoc::dismissReminder(quint32 localid)
@@ -134,19 +147,29 @@ void VelDoc::dismissReminder(quint32 localid)
     const bool isMarked = markFired(localid);
     if (localid == m_alarmEntry)
         endAlarm();
-    if (isMarked)
-        setModified(true);
     requestAlarmUpdate();
+    if (isMarked)
+        keepGiven({localid});
 }
 
 void VelDoc::dismissDueReminders()
 {
-    bool isAnyMarked = false;
-    for (const quint32 localid : m_reminders.due(m_now()))
-        isAnyMarked = markFired(localid) || isAnyMarked;
-    if (isAnyMarked)
-        setModified(true);
-    dismissReminder(m_alarmEntry);
+    std::vector<quint32> given = getDueReminders();
+    // It may have been put off, and so not be due.
+    if (std::find(given.begin(), given.end(), m_alarmEntry) == given.end())
+        given.push_back(m_alarmEntry);
+    std::erase_if(given, [this](quint32 localid) { return !markFired(localid); });
+    endAlarm();
+    requestAlarmUpdate();
+    keepGiven(given);
+}
+
+void VelDoc::skipReminder(quint32 localid)
+{
+    markFired(localid);
+    if (localid == m_alarmEntry)
+        endAlarm();
+    requestAlarmUpdate();
 }
 
 bool VelDoc::snoozeReminder(quint32 localid, const VelDateTime &until)

@@ -6,6 +6,8 @@
 #include "document/testdoc.h"
 #include "support/fakealerts.h"
 
+#include <KConfig>
+
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -18,6 +20,10 @@ using D = VelReminderDialog;
 namespace
 {
 struct Session {
+    explicit Session(const KConfigGroup &store = {})
+        : given(store)
+    {
+    }
     quint32 addReminder(const QString &title, quint32 minutes)
     {
         VelEntry entry = makeEvent(title, march(2, 10), march(2, 11));
@@ -30,11 +36,12 @@ struct Session {
         QMetaObject::invokeMethod(&alarm, "slotPrepareForSleep", Q_ARG(bool, false)); // the machine wakes up
     }
 
+    KConfigGroup given;
     VelDateTime clock = march(2, 8);
     TestDoc doc{&today, [this] { return clock; }};
     VelSettings &settings = doc.settings;
     FakeAlerts alerts;
-    VelAlarm alarm{doc, settings, [this] { return clock; }, alerts};
+    VelAlarm alarm{doc, settings, [this] { return clock; }, alerts, VelGivenReminders(given)};
 };
 } // namespace
 
@@ -45,6 +52,8 @@ private Q_SLOTS:
     void alertsShouldBeTheWantedOnes_data();
     void alertsShouldBeTheWantedOnes();
     void answersShouldReachTheDocument();
+    void readOnlyCalendarShouldRingOnce_data();
+    void readOnlyCalendarShouldRingOnce();
     void programShouldStartWithoutAShell();
     void dialogShouldAnswerOnce();
 };
@@ -87,7 +96,9 @@ void VelAlarmTest::answersShouldReachTheDocument()
     session.goTo(march(2, 9));
     session.alerts.answer({D::Show});
     QCOMPARE(shown.value(0).value(0).toUInt(), 1U);
-    session.goTo(march(2, 9));
+    session.goTo(march(2, 9)); // the others wait while it is looked at
+    QCOMPARE(session.alerts.given.size(), 1);
+    session.alarm.resume();
     session.alerts.answer({D::Ok});
     session.goTo(march(2, 9));
     session.alerts.answer({D::Snooze, D::QuarterHour});
@@ -100,6 +111,58 @@ void VelAlarmTest::answersShouldReachTheDocument()
              QStringLiteral("show a 3,show b 2,show c 1,show d 0"));
     QCOMPARE(shown.count(), 1);
     QVERIFY(!session.doc.nextReminder() && !session.alerts.answer);
+}
+
+void VelAlarmTest::readOnlyCalendarShouldRingOnce_data()
+{
+    QTest::addColumn<bool>("hasFile");
+    QTest::addColumn<bool>("isModified"); // by a synchronisation: nobody asked for that to be saved
+    QTest::addColumn<bool>("isRemembered"); // in the configuration
+    QTest::newRow("in its file") << true << false << false;
+    QTest::newRow("with more to save") << true << true << true;
+    QTest::newRow("without a file") << false << false << true;
+}
+
+void VelAlarmTest::readOnlyCalendarShouldRingOnce()
+{
+    QFETCH(bool, hasFile);
+    QFETCH(bool, isModified);
+    KConfig config(QString(), KConfig::SimpleConfig);
+    KConfigGroup group = config.group(QStringLiteral("Given"));
+    group.writeEntry("old", QStringList{QStringLiteral("2026-01-15T10:00 15 g1"), QStringLiteral("x")});
+    VelEntry entry = makeEvent(QStringLiteral("x"), march(2, 10), march(2, 11));
+    entry.reminder = 15;
+    entry.globalid = 7;
+    entry.dirty = 0;
+    QStringList rung;
+    for (int start = 0; start < 2; ++start) {
+        Session session(group);
+        VelXmlContent content;
+        content.origright = VelDoc::ReadRight;
+        session.doc.readXml(content);
+        session.goTo(march(2, 9, 50));
+        const quint32 id = add(session.doc, entry)->localid;
+        VelEntry past = entry; // of which nobody is reminded for ever
+        past.setStart(march(2).addDays(-31));
+        add(session.doc, past);
+        if (hasFile)
+            QVERIFY(session.doc.saveDocument(session.doc.url(QStringLiteral("a.xml")), true));
+        session.doc.setModified(isModified);
+        session.goTo(march(2, 9, 50));
+        rung += session.alerts.given;
+        if (session.alerts.answer)
+            session.alerts.answer({D::Ok});
+        QVERIFY(session.doc.getEntry(id)->reminderfired && session.doc.getEntry(id)->dirty == 0);
+        QCOMPARE(session.doc.isModified(), isModified);
+        QCOMPARE(session.doc.bytes(QStringLiteral("a.xml")).contains("<reminderfired>1"),
+                 hasFile && !isModified);
+        if (hasFile)
+            break; // another start has another folder
+    }
+    QCOMPARE(rung, QStringList(QStringLiteral("show x 0")));
+    QFETCH(bool, isRemembered);
+    QCOMPARE(group.keyList().size(), 1); // of the old one nothing is left once something is written
+    QCOMPARE(!group.hasKey("old"), isRemembered);
 }
 
 void VelAlarmTest::programShouldStartWithoutAShell()
