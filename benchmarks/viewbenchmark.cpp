@@ -16,7 +16,7 @@
 
 namespace
 {
-constexpr int CrowdSize = 200;
+constexpr int SecondsPerHour = 3600;
 
 /** The program's window with the large calendar, as a user would see it, on the day that the calendar is about. */
 VelMainWindow &window()
@@ -126,12 +126,13 @@ BENCHMARK(dragOneStep)->Unit(benchmark::kMillisecond)->Iterations(40);
 class Crowd : public VelDaySource
 {
 public:
-    Crowd()
+    /** Each begins @p step seconds after the one before it and lasts @p length seconds. */
+    Crowd(int size, int step, int length)
     {
         const VelDateTime start(QDate(2026, 11, 18), QTime(9, 0));
-        for (int i = 0; i < CrowdSize; ++i) {
-            VelEntry &entry = m_entries.emplace_back(i + 1, VelEntry::Event, start.addSecs(i * 60),
-                                                     start.addSecs(4 * 3600 + i * 60));
+        for (int i = 0; i < size; ++i) {
+            VelEntry &entry = m_entries.emplace_back(i + 1, VelEntry::Event, start.addSecs(qint64(i) * step),
+                                                     start.addSecs(qint64(i) * step + length));
             entry.setTitle(QStringLiteral("Meeting about the budget"));
             m_list.emplace_back(&entry);
         }
@@ -143,20 +144,30 @@ private:
     VelEntryList m_list;
 };
 
-void layOutCrowdedDay(benchmark::State &state)
+void layOutDay(benchmark::State &state, const Crowd &crowd)
 {
-    const Crowd crowd;
     const VelDayLayout layout;
     for (auto _ : state) {
         benchmark::DoNotOptimize(
             layout.setGeometry(QRect(0, 0, 900, 816), 34, crowd.getEntries({}), {2026, 11, 18}));
     }
 }
+
+void layOutCrowdedDay(benchmark::State &state)
+{
+    layOutDay(state, Crowd(200, 60, 4 * SecondsPerHour));
+}
 BENCHMARK(layOutCrowdedDay)->Unit(benchmark::kMillisecond);
 
-void paintCrowdedDay(benchmark::State &state)
+/** What a hostile calendar may hold: all in one hour. */
+void layOutCrowdedHour(benchmark::State &state)
 {
-    const Crowd crowd;
+    layOutDay(state, Crowd(20000, 0, SecondsPerHour));
+}
+BENCHMARK(layOutCrowdedHour)->Unit(benchmark::kMillisecond);
+
+void paintDay(benchmark::State &state, const Crowd &crowd)
+{
     VelDayView view(&window(), VelDay::Calendar, crowd);
     view.resize(1000, 900);
     view.setRange({2026, 11, 18}, 1);
@@ -169,5 +180,16 @@ void paintCrowdedDay(benchmark::State &state)
         paint();
     }
 }
+
+void paintCrowdedDay(benchmark::State &state)
+{
+    paintDay(state, Crowd(200, 60, 4 * SecondsPerHour));
+}
 BENCHMARK(paintCrowdedDay)->Unit(benchmark::kMillisecond)->Iterations(40);
+
+void paintCrowdedHour(benchmark::State &state)
+{
+    paintDay(state, Crowd(20000, 0, SecondsPerHour));
+}
+BENCHMARK(paintCrowdedHour)->Unit(benchmark::kMillisecond)->Iterations(5);
 } // namespace

@@ -3,23 +3,11 @@
 
 #include "views/veldaylayout.h"
 
-#include <algorithm>
-
 namespace
 {
 constexpr int MinutesPerHour = 60;
 constexpr int SecondsPerMinute = 60;
 const QTime LastMinute(23, 59);
-
-struct Span {
-    VelDateTime start;
-    VelDateTime end;
-
-    [[nodiscard]] bool overlaps(const Span &other) const
-    {
-        return VelEntry::overlap(start, end, other.start, other.end);
-    }
-};
 
 /** Begin and end on one day; the end may lie before the begin in a faulty entry. */
 struct DayTimes {
@@ -35,18 +23,6 @@ struct DayTimes {
     [[nodiscard]] int minutes() const { return start.secsTo(end) / SecondsPerMinute; }
 };
 
-/** The first column that is not taken. Column 0 counts as taken by whoever overlaps anything. */
-int firstFreeColumn(std::vector<int> &taken)
-{
-    taken.push_back(0);
-    std::sort(taken.begin(), taken.end());
-    int column = 0;
-    for (const int each : taken) {
-        if (each == column)
-            ++column;
-    }
-    return column;
-}
 } // namespace
 
 int VelDayLayout::pixelsPerInterval(int minutes, int pixelsPerHour)
@@ -58,36 +34,11 @@ int VelDayLayout::pixelsPerInterval(int minutes, int pixelsPerHour)
 
 std::vector<VelOl> VelDayLayout::calcOverlaps(const VelEntryList &entries)
 {
-    std::vector<Span> spans;
-    std::vector<VelOl> records;
+    std::vector<VelDayColumns::Span> spans;
     spans.reserve(entries.size());
-    records.reserve(entries.size());
-    std::vector<std::size_t> overlapping;
-    std::vector<int> taken;
-    for (const VelEntryRef &entry : entries) {
-        const Span span{entry.getStart(), entry.getEnd()};
-        VelOl record;
-        int maxColumn = 0;
-        overlapping.clear();
-        taken.clear();
-        for (std::size_t i = 0; i < spans.size(); ++i) {
-            if (!span.overlaps(spans[i]))
-                continue;
-            overlapping.push_back(i);
-            taken.push_back(records[i].column);
-            maxColumn = std::max(maxColumn, records[i].column);
-            if (record.overlaps <= maxColumn)
-                ++record.overlaps;
-        }
-        if (record.overlaps != 0)
-            record.column = firstFreeColumn(taken);
-        record.overlaps = std::max(record.overlaps, record.column);
-        for (const std::size_t i : overlapping)
-            records[i].overlaps = std::max(records[i].overlaps, record.column);
-        spans.push_back(span);
-        records.push_back(record);
-    }
-    return records;
+    for (const VelEntryRef &entry : entries)
+        spans.emplace_back(entry.getStart(), entry.getEnd());
+    return VelDayColumns::calcOverlaps(spans);
 }
 
 QRect VelDayLayout::calcGeometry(const QRect &rect, const VelOl *ol, int pixelsPerHour,

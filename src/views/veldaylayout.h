@@ -4,18 +4,12 @@
 #pragma once
 
 #include "model/velentrylist.h"
+#include "views/veldaycolumns.h"
 #include "views/veldaysource.h"
 
 #include <QRect>
 
 #include <vector>
-
-/** Where an entry stands among those that it shares time with. */
-struct VelOl {
-    int overlaps = 0; ///< highest column in use around it: it is one of `overlaps` + 1 columns wide
-    int column = 0; ///< 0 is where the line of reading begins
-    bool operator==(const VelOl &) const = default;
-};
 
 /**
  * Places the entries of one day on its vertical axis of time, side by side where they overlap.
@@ -34,7 +28,7 @@ public:
      */
     [[nodiscard]] static int pixelsPerInterval(int minutes, int pixelsPerHour);
 
-    /** Columns for the entries in their order; quadratic in their number. */
+    /** Columns for the entries in their order; quick when that is the order of their starts. */
     [[nodiscard]] static std::vector<VelOl> calcOverlaps(const VelEntryList &entries);
 
     /**
