@@ -4,6 +4,7 @@
 #include "app/veldesktopalerts.h"
 
 #include "model/compat.h"
+#include "widgets/wshowntext.h"
 
 #include <KLocalizedString>
 #include <KNotification>
@@ -67,7 +68,7 @@ void VelDesktopAlerts::showNotification(const VelReminderNotice &notice)
 {
     auto *notification = new KNotification(QStringLiteral("reminder"), KNotification::Persistent);
     m_notification = notification;
-    notification->setTitle(notice.entry.getTitle());
+    notification->setTitle(WShownText::cut(notice.entry.getTitle()));
     QStringList lines{VelReminderDialog::statusText(notice.entry, notice.now)};
     QStringList offers{withoutMnemonic(VelReminderDialog::showText(notice.entry)),
                        i18n("Remind me again in 5 minutes"), i18n("OK")};

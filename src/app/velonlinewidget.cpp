@@ -4,6 +4,7 @@
 #include "app/velonlinewidget.h"
 
 #include "hub/velapp.h"
+#include "widgets/wshowntext.h"
 
 #include <KLocalizedString>
 
@@ -61,6 +62,6 @@ void VelOnlineWidget::updateText()
     if (!m_failure.isEmpty())
         text = i18nc("state of the connection, and why the last attempt failed",
                      "%1\nThe last attempt failed: %2", text, m_failure);
-    setToolTip(text);
+    setToolTip(WShownText::plain(text));
     setAccessibleName(text);
 }

@@ -97,6 +97,7 @@ void VelEntryDialog::slotAccountsReady()
 void VelEntryDialog::fill(const VelEntryForm &form)
 {
     m_title->setText(form.title);
+    m_shownTitle = m_title->text();
     m_noTimes->setChecked(form.notime);
     m_start->setDateTime(form.start.toQDateTime());
     m_end->setDateTime(form.end.toQDateTime());
@@ -122,7 +123,9 @@ void VelEntryDialog::fill(const VelEntryForm &form)
 VelEntryForm VelEntryDialog::form() const
 {
     VelEntryForm form = VelEntryForm::of(m_entry);
-    form.title = m_title->text();
+    // The input cuts very long ones and joins lines; what nobody has touched stays as it is.
+    if (m_title->text() != m_shownTitle)
+        form.title = m_title->text();
     form.start = VelDateTime::fromQDateTime(m_start->getDateTime());
     form.end = VelDateTime::fromQDateTime(m_end->getDateTime());
     form.description = m_description->toPlainText();
@@ -178,6 +181,7 @@ bool VelEntryDialog::updateData()
         return false;
     }
     written.applyTo(m_entry);
+    m_shownTitle = m_title->text();
     store(written);
     if (isEvent() && m_written)
         m_written(m_entry);

@@ -101,6 +101,7 @@ private:
     bool m_isStored;
 
     QLineEdit *m_title = nullptr;
+    QString m_shownTitle; // what the input made of the entry's
     WDateTimeWidget *m_start = nullptr;
     WDateTimeWidget *m_end = nullptr;
     QCheckBox *m_noTimes = nullptr;

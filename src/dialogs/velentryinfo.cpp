@@ -8,13 +8,15 @@
 #include "document/veldoc.h"
 #include "hub/velapp.h"
 #include "model/velsettings.h"
+#include "widgets/wshowntext.h"
 
 #include <KLocalizedString>
 
+#include <QAbstractListModel>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
-#include <QListWidget>
+#include <QListView>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollArea>
@@ -30,6 +32,8 @@ constexpr int MostLines = 8;
 constexpr int MostPeople = 6;
 /** Characters that are more than such lines, without measuring them. */
 constexpr int LongText = 2000;
+/** Characters, of which a paragraph is laid out at once. */
+constexpr int MostText = 20000;
 
 QString sizeName()
 {
@@ -63,6 +67,50 @@ bool isOfAnother(const VelApp &app)
     return own != 0 && app.document()->getUserId() != own;
 }
 
+/** People and their answers. A row is made when it comes to be seen: there may be many thousands. */
+class People : public QAbstractListModel
+{
+public:
+    People(const VelAccountList &people, int iconSize, QObject *parent)
+        : QAbstractListModel(parent)
+        , m_people(people)
+    {
+        // Names stand in line whether there is an answer before them or not.
+        QPixmap none(iconSize, iconSize);
+        none.fill(Qt::transparent);
+        m_noAnswer = QIcon(none);
+    }
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override
+    {
+        return parent.isValid() ? 0 : int(m_people.size());
+    }
+
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override
+    {
+        if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+            return {};
+        const VelAccount &account = m_people.at(index.row());
+        const QString name = WShownText::cut(account.name.isEmpty() ? account.email : account.name);
+        switch (role) {
+        case Qt::DisplayRole:
+            return name;
+        case Qt::DecorationRole:
+            return account.getStatusPix().isEmpty() ? m_noAnswer : VelApp::getIcon(account.getStatusPix());
+        case Qt::ToolTipRole:
+            return account.getStatusStr();
+        case Qt::AccessibleTextRole:
+            return i18nc("a person and the answer to an invitation", "%1: %2", name, account.getStatusStr());
+        default:
+            return {};
+        }
+    }
+
+private:
+    VelAccountList m_people;
+    QIcon m_noAnswer;
+};
+
 QLabel *plainLabel(const QString &text, QWidget *parent)
 {
     auto *label = new QLabel(parent);
@@ -88,9 +136,10 @@ VelEntryInfo::VelEntryInfo(const VelEntry &entry, QWidget *parent, VelAnswer::Mo
 
     auto *layout = new QVBoxLayout(this);
     if (hasHeader && !text.isEmpty() && doc.getOrigRight() == VelDoc::FullRight)
-        layout->addWidget(plainLabel(text, this));
+        layout->addWidget(plainLabel(WShownText::cut(text), this));
     if (offer.isOffered && isOfAnother(app))
-        layout->addWidget(plainLabel(i18n("You answer for %1.", nameOf(app, entry, doc.getUserId())), this));
+        layout->addWidget(plainLabel(
+            i18n("You answer for %1.", WShownText::cut(nameOf(app, entry, doc.getUserId()))), this));
     if (offer.isOffered)
         addAnswers(layout, offer);
     QScrollArea *rows = makeRows(velEntryRows(doc, entry, mode, nameOf(app, entry, entry.user)));
@@ -187,7 +236,7 @@ QWidget *VelEntryInfo::makeText(const QString &text, QWidget *parent) const
     const QRect usual(0, 0, LeastWidth * 2 / 3, 0);
     if (text.size() < LongText && metrics.boundingRect(usual, Qt::TextWordWrap, text).height() <= most)
         return plainLabel(text, parent);
-    auto *edit = new QPlainTextEdit(text, parent);
+    auto *edit = new QPlainTextEdit(WShownText::cut(text, MostText), parent);
     edit->setReadOnly(true);
     edit->setTabChangesFocus(true);
     edit->setMinimumHeight(most);
@@ -196,22 +245,11 @@ QWidget *VelEntryInfo::makeText(const QString &text, QWidget *parent) const
 
 QWidget *VelEntryInfo::makePeople(const VelAccountList &people, QWidget *parent) const
 {
-    auto *list = new QListWidget(parent);
+    auto *list = new QListView(parent);
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, list);
     list->setIconSize({size, size});
     list->setUniformItemSizes(true);
-    // Names stand in line whether there is an answer before them or not.
-    QPixmap none(size, size);
-    none.fill(Qt::transparent);
-    for (const VelAccount &account : people) {
-        const QString icon = account.getStatusPix();
-        auto *item = new QListWidgetItem(icon.isEmpty() ? QIcon(none) : VelApp::getIcon(icon),
-                                         account.name.isEmpty() ? account.email : account.name, list);
-        const QString status = account.getStatusStr();
-        item->setToolTip(status);
-        item->setData(Qt::AccessibleTextRole,
-                      i18nc("a person and the answer to an invitation", "%1: %2", item->text(), status));
-    }
+    list->setModel(new People(people, size, list));
     list->setSelectionMode(QAbstractItemView::NoSelection);
     const int shown = std::min(int(people.size()), MostPeople);
     list->setFixedHeight(shown * list->sizeHintForRow(0) + 2 * list->frameWidth());

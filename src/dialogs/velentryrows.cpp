@@ -5,6 +5,7 @@
 
 #include "document/veldoc.h"
 #include "model/veltext.h"
+#include "widgets/wshowntext.h"
 
 #include <KLocalizedString>
 
@@ -32,7 +33,7 @@ void addInvitation(Rows &rows, const VelDoc &doc, const VelEntry &entry, const Q
 void addContent(Rows &rows, const VelDoc &doc, const VelEntry &entry)
 {
     if (entry.access != VelEntry::Private || doc.getOrigRight() == VelDoc::FullRight)
-        rows.push_back({i18n("Title"), orNone(entry.getTitle())});
+        rows.push_back({i18n("Title"), orNone(WShownText::cut(entry.getTitle()))});
     rows.push_back({i18n("Start time"), entry.getStartStr()});
     rows.push_back({i18n("End time"), entry.getEndStr()});
     if (entry.rule.recurringtype != VelRecurrenceRule::None)

@@ -4,6 +4,7 @@
 #include "dialogs/velfindtimepersonlist.h"
 
 #include "hub/velapp.h"
+#include "widgets/wshowntext.h"
 
 #include <KLocalizedString>
 
@@ -15,11 +16,12 @@ VelFindTimePersonListItem::VelFindTimePersonListItem(QTreeWidgetItem *group, con
     , m_account(account)
 {
     const bool isKnown = account.id != 0;
-    setText(0, account.name);
+    setText(0, WShownText::cut(account.name));
     setCheckState(0, isKnown ? Qt::Checked : Qt::Unchecked);
     if (!account.getTypePix().isEmpty())
         setIcon(0, VelApp::getIcon(account.getTypePix()));
-    setToolTip(0, isKnown ? account.name.toHtmlEscaped() : i18n("No busy times are known"));
+    setToolTip(0,
+               isKnown ? WShownText::plain(WShownText::cut(account.name)) : i18n("No busy times are known"));
     if (!isKnown) {
         setFlags(flags() & ~Qt::ItemIsEnabled);
         setData(0, Qt::AccessibleDescriptionRole, toolTip(0));

@@ -28,6 +28,7 @@ VelPeoplePage::VelPeoplePage(VelAddressBook &book, QWidget *parent)
     , m_planner(new QPushButton(i18n("&Meeting Planner"), this))
     , m_message(new QLabel(this))
 {
+    m_message->setTextFormat(Qt::PlainText);
     makeLayout();
     for (const Target &target : m_targets)
         connectTarget(target);

@@ -5,6 +5,7 @@
 
 #include "dialogs/velpersonmodel.h"
 #include "hub/velapp.h"
+#include "widgets/wshowntext.h"
 
 #include <KLocalizedString>
 
@@ -18,6 +19,8 @@
 
 namespace
 {
+constexpr int MostName = 100; // characters, in a sentence
+
 class Item : public QTreeWidgetItem
 {
 public:
@@ -26,18 +29,22 @@ public:
     {
         // Plain items take drops of their own, between which nothing could be dropped.
         setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsDragEnabled | Qt::ItemNeverHasChildren);
-        setText(0, account.name);
-        setText(1, account.email);
+        setText(0, WShownText::cut(account.name));
+        setText(1, WShownText::cut(account.email));
         const QString answer = account.getStatusPix();
         const QString icon = answer.isEmpty() ? account.getTypePix() : answer;
         if (!icon.isEmpty())
             setIcon(0, VelApp::getIcon(icon));
         // The icon alone tells nothing to those who do not see it.
         setData(0, Qt::AccessibleDescriptionRole, account.getStatusStr());
-        const QString tip = VelPersonDrag::toText(account).toHtmlEscaped() + QLatin1String("<br>")
-            + account.getStatusStr().toHtmlEscaped();
-        setToolTip(0, tip);
-        setToolTip(1, tip);
+    }
+
+    [[nodiscard]] QVariant data(int column, int role) const override
+    {
+        if (role != Qt::ToolTipRole)
+            return QTreeWidgetItem::data(column, role);
+        return WShownText::plain(WShownText::cut(VelPersonDrag::toText(account)) + QLatin1Char('\n')
+                                 + account.getStatusStr());
     }
 
     VelAccount account;
@@ -55,7 +62,7 @@ bool isEqual(const QString &a, const QString &b)
 
 QString displayName(const VelAccount &account)
 {
-    return account.name.isEmpty() ? account.email : account.name;
+    return WShownText::cut(account.name.isEmpty() ? account.email : account.name, MostName);
 }
 /** The first reason, and how many more were refused: a line has no room for all. */
 QString joinReasons(const QStringList &reasons)
@@ -153,8 +160,11 @@ VelAccountList VelPersonList::accounts() const
 void VelPersonList::setAccounts(const VelAccountList &accounts)
 {
     clear();
+    QList<QTreeWidgetItem *> items;
+    items.reserve(accounts.size());
     for (const VelAccount &account : accounts)
-        append(account);
+        items.append(new Item(account));
+    addTopLevelItems(items);
     Q_EMIT listChanged();
 }
 

@@ -5,6 +5,7 @@
 
 #include "formats/velbinary.h"
 #include "hub/velapp.h"
+#include "widgets/wshowntext.h"
 
 #include <KLocalizedString>
 
@@ -138,9 +139,9 @@ QVariant VelPersonModel::data(const QModelIndex &index, int role) const
     const VelAccount &person = account(index.row());
     switch (role) {
     case Qt::DisplayRole:
-        return index.column() == NameColumn ? person.name : person.email;
+        return WShownText::cut(index.column() == NameColumn ? person.name : person.email);
     case Qt::ToolTipRole:
-        return VelPersonDrag::toText(person).toHtmlEscaped();
+        return WShownText::plain(WShownText::cut(VelPersonDrag::toText(person)));
     case Qt::DecorationRole:
         if (index.column() == NameColumn && !person.getTypePix().isEmpty())
             return VelApp::getIcon(person.getTypePix());

@@ -36,6 +36,7 @@ VelRemoteCalendarDialog::VelRemoteCalendarDialog(QWidget *parent)
     , m_search(new VelSearchLine(m_view, this))
     , m_message(new QLabel(this))
 {
+    m_message->setTextFormat(Qt::PlainText);
     setWindowTitle(i18n("Open calendar from server"));
     makeControls();
     makeLayout();

@@ -4,6 +4,7 @@
 #include "hub/velmessageboxes.h"
 
 #include "widgets/wchoicedialog.h"
+#include "widgets/wshowntext.h"
 
 #include <KGuiItem>
 #include <KLocalizedString>
@@ -13,6 +14,14 @@
 
 namespace
 {
+constexpr int MostText = 3000; // characters: the buttons are to stay on the screen
+
+/** Names, titles and what servers say stand in many of them. */
+QString shown(const QString &text)
+{
+    return WShownText::plain(WShownText::cut(text, MostText));
+}
+
 KGuiItem button(const QString &text, const QString &usual)
 {
     return KGuiItem(text.isEmpty() ? usual : text);
@@ -26,12 +35,12 @@ VelMessageBoxes::VelMessageBoxes(QWidget *parent)
 
 void VelMessageBoxes::error(const QString &text)
 {
-    KMessageBox::error(m_parent, text);
+    KMessageBox::error(m_parent, shown(text));
 }
 
 void VelMessageBoxes::information(const QString &text, const QString &caption)
 {
-    KMessageBox::information(m_parent, text, caption);
+    KMessageBox::information(m_parent, shown(text), caption);
 }
 
 VelMessages::Answer VelMessageBoxes::questionYesNo(const QString &text, const QString &caption,
@@ -39,7 +48,7 @@ VelMessages::Answer VelMessageBoxes::questionYesNo(const QString &text, const QS
 {
     // What is asked about cannot be undone by the next key: the harmless answer is the default.
     const auto chosen =
-        KMessageBox::questionTwoActions(m_parent, text, caption, button(yes, i18n("&Yes")),
+        KMessageBox::questionTwoActions(m_parent, shown(text), caption, button(yes, i18n("&Yes")),
                                         button(no, i18n("&No")), QString(), KMessageBox::Dangerous);
     return chosen == KMessageBox::PrimaryAction ? Answer::Yes : Answer::No;
 }
@@ -48,7 +57,7 @@ VelMessages::Answer VelMessageBoxes::warningYesNoCancel(const QString &text, con
                                                         const QString &yes, const QString &no)
 {
     const auto chosen = KMessageBox::warningTwoActionsCancel(
-        m_parent, text, caption, button(yes, i18n("&Yes")), button(no, i18n("&No")));
+        m_parent, shown(text), caption, button(yes, i18n("&Yes")), button(no, i18n("&No")));
     switch (chosen) {
     case KMessageBox::PrimaryAction:
         return Answer::Yes;

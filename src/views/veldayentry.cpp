@@ -5,6 +5,7 @@
 
 #include "hub/velapp.h"
 #include "hub/vellook.h"
+#include "widgets/wshowntext.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -123,7 +124,7 @@ void VelDayEntry::paintText(QPainter &painter, const VelDayStyle &style, int vis
 
 void VelDayEntry::layOutText(const VelDayStyle &style, const QSize &size, bool isSingleLine) const
 {
-    const QString &title = m_entry.getOriginal()->getTitle();
+    const QString title = WShownText::cut(m_entry.getOriginal()->getTitle());
     QTextOption option;
     option.setWrapMode(isSingleLine ? QTextOption::NoWrap : QTextOption::WrapAtWordBoundaryOrAnywhere);
     m_text = QStaticText(

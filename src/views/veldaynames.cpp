@@ -7,6 +7,7 @@
 #include "hub/vellook.h"
 #include "views/veldaysource.h"
 #include "views/velentrytext.h"
+#include "widgets/wshowntext.h"
 
 #include <KLocalizedString>
 
@@ -122,7 +123,8 @@ bool VelDayNames::event(QEvent *event)
     for (int column = 0; column < m_source.getVisibleCount(); ++column) {
         const QRect rect = columnRect(column);
         if (rect.contains(help->pos()))
-            QToolTip::showText(help->globalPos(), m_source.getColumnName(column).toHtmlEscaped(), this, rect);
+            QToolTip::showText(help->globalPos(), WShownText::plain(m_source.getColumnName(column)), this,
+                               rect);
     }
     return true;
 }

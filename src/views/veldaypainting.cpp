@@ -8,6 +8,7 @@
 #include "model/veltext.h"
 #include "views/velday.h"
 #include "views/veldayview.h"
+#include "widgets/wshowntext.h"
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -124,7 +125,7 @@ void VelDay::paintDragEntry(QPainter &painter) const
     painter.fillRect(rect, look.highlight());
     painter.setOpacity(1);
     painter.setPen(VelLook::textOn(look.highlight()));
-    QString text = m_dragEntry->getTitle();
+    QString text = WShownText::cut(m_dragEntry->getTitle());
     if (!m_dragEntry->notime)
         text.prepend(VelText::getTime(m_dragEntry->getStart().time()) + QChar(0x2013)
                      + VelText::getTime(m_dragEntry->getEnd().time()) + QLatin1Char('\n'));

@@ -8,6 +8,11 @@
 
 #include <KLocalizedString>
 
+namespace
+{
+constexpr int MostPeople = 500; // of each role: some ten sheets of paper
+}
+
 VelEntryPrintout::VelEntryPrintout(const VelEntry &entry, const QString &owner)
     : m_entry(entry)
     , m_owner(owner)
@@ -43,17 +48,21 @@ void VelEntryPrintout::addAccounts()
 {
     for (const int role :
          {VelAccount::RequiredAttendee, VelAccount::OptionalAttendee, VelAccount::ResourceAttendee}) {
-        bool hasHeading = false;
+        int count = 0;
         for (const VelAccount &account : std::as_const(m_entry.accounts)) {
             if (account.attendee != role)
                 continue;
-            if (!std::exchange(hasHeading, true))
+            if (++count == 1)
                 m_flow.addHeading(account.getAttendeeStr());
+            if (count > MostPeople)
+                continue;
             const QString email = account.email.isEmpty()
                 ? QString()
                 : QString(QLatin1String(" <") + account.email + QLatin1Char('>'));
             m_flow.addRow(account.getStatusStr(), QString(account.name + email).simplified());
         }
+        if (count > MostPeople)
+            m_flow.addRow({}, i18np("and one more", "and %1 more", count - MostPeople));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "views/velentrytext.h"
 
 #include "model/veltext.h"
+#include "widgets/wshowntext.h"
 
 #include <KLocalizedString>
 
@@ -24,7 +25,8 @@ namespace VelEntryText
 {
 QString title(const VelEntry &entry)
 {
-    return entry.getTitle().trimmed().isEmpty() ? i18n("Without a title") : entry.getTitle();
+    const QString title = WShownText::cut(entry.getTitle());
+    return title.trimmed().isEmpty() ? i18n("Without a title") : title;
 }
 
 QString times(const VelEntryRef &entry, QDate day)
@@ -74,7 +76,7 @@ QString toolTip(const VelEntryRef &entry, QDate day, const QString &owner)
     };
     addLine(times(entry, day));
     addLine(marks(*entry.getOriginal()));
-    addLine(owner);
+    addLine(WShownText::cut(owner));
     return text;
 }
 

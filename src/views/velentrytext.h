@@ -10,7 +10,7 @@
 /** What an entry is, in words: for screen readers, tool tips and lists on paper. */
 namespace VelEntryText
 {
-/** The title, or words in its place. */
+/** The title as far as it is shown, or words in its place. */
 [[nodiscard]] QString title(const VelEntry &entry);
 /** From and to, with dates where they are others than @p day. Empty for an entry of that day alone without times. */
 [[nodiscard]] QString times(const VelEntryRef &entry, QDate day);

@@ -19,6 +19,8 @@ constexpr qreal MmPerInch = 25.4;
 constexpr qreal PenWidth = 0.2;
 /** Of a text that need not be measured whole to know that it is too wide for any sheet. */
 constexpr int LongText = 2000;
+/** Characters that are laid out at once: many lines of any sheet. */
+constexpr int PieceLength = 10000;
 
 QFont makeFont(qreal points, bool bold, qreal dotsPerInch)
 {
@@ -68,28 +70,44 @@ VelWrapped VelPaper::wrapped(Face face, const QString &text, qreal width, int ma
 {
     if (text.size() < LongText && textWidth(face, text) <= width)
         return {{text}, true};
-    QTextLayout layout(text, font(face));
+    VelWrapped result;
+    int begin = 0;
+    do {
+        begin = wrapPiece(face, text, begin, width, maxLines, result);
+    } while (begin < text.size() && result.isComplete);
+    return result;
+}
+
+/** A text is laid out piece by piece: as a whole a very long one would take as much memory as time. */
+int VelPaper::wrapPiece(Face face, const QString &text, int begin, qreal width, int maxLines,
+                        VelWrapped &result) const
+{
+    const QString piece = text.mid(begin, PieceLength);
+    const bool isEnd = begin + piece.size() == text.size();
+    QTextLayout layout(piece, font(face));
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(option);
-    VelWrapped result;
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         line.setLineWidth(width);
-        const bool isLast = line.textStart() + line.textLength() >= text.size();
+        const bool isLastOfPiece = line.textStart() + line.textLength() >= piece.size();
+        if (isLastOfPiece && !isEnd && line.textStart() > 0)
+            return begin + line.textStart(); // it goes on in the next piece
+        const bool isLast = isLastOfPiece && isEnd;
         if (maxLines > 0 && result.lines.size() == maxLines - 1 && !isLast) {
-            result.lines.append(elided(face, text.mid(line.textStart(), LongText), width));
+            result.lines.append(elided(face, text.mid(begin + line.textStart(), LongText), width));
             result.isComplete = false;
             break;
         }
         // The blank at which it was broken would stand in the way of alignment.
-        QString part = text.mid(line.textStart(), line.textLength());
+        QString part = piece.mid(line.textStart(), line.textLength());
         while (!isLast && part.endsWith(QLatin1Char(' ')))
             part.chop(1);
         result.lines.append(part);
     }
     layout.endLayout();
-    return result;
+    return begin + int(piece.size());
 }
 
 QPen VelPaper::pen(Qt::PenStyle style) const

@@ -56,6 +56,10 @@ public:
     [[nodiscard]] static QRectF mirrored(const QRectF &rect, qreal width);
 
 private:
+    /** Adds the lines of the piece that begins at @p begin; where the next one begins. */
+    int wrapPiece(Face face, const QString &text, int begin, qreal width, int maxLines,
+                  VelWrapped &result) const;
+
     struct Measured {
         QFont font;
         QFontMetricsF metrics;

@@ -4,6 +4,7 @@
 #include "views/velprinttext.h"
 
 #include "model/veltext.h"
+#include "widgets/wshowntext.h"
 
 #include <KLocalizedString>
 
@@ -37,7 +38,7 @@ namespace VelPrintText
 {
 QString title(const VelEntry &entry)
 {
-    const QString text = entry.getTitle().simplified();
+    const QString text = WShownText::cut(entry.getTitle()).simplified();
     return text.isEmpty() ? i18nc("in place of the title of an entry", "(no title)") : text;
 }
 

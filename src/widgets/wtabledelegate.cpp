@@ -3,6 +3,8 @@
 
 #include "widgets/wtabledelegate.h"
 
+#include "widgets/wshowntext.h"
+
 #include <QAbstractItemView>
 #include <QHelpEvent>
 #include <QToolTip>
@@ -20,7 +22,7 @@ bool WTableDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, const
 {
     if (event->type() != QEvent::ToolTip || sizeHint(option, index).width() <= option.rect.width())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    QToolTip::showText(event->globalPos(), displayText(index.data(), QLocale()), view->viewport(),
-                       option.rect);
+    QToolTip::showText(event->globalPos(), WShownText::plain(displayText(index.data(), QLocale())),
+                       view->viewport(), option.rect);
     return true;
 }

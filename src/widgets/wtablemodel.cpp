@@ -3,6 +3,8 @@
 
 #include "widgets/wtablemodel.h"
 
+#include "widgets/wshowntext.h"
+
 #include <KLocalizedString>
 
 #include <QLocale>
@@ -183,7 +185,7 @@ QVariant WTableModel::data(const QModelIndex &index, int role) const
                               : i18nc("@item:intable for screen readers", "not checked");
     }
     if (!check && (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)) {
-        return text(*cell);
+        return WShownText::cut(text(*cell));
     }
     return {};
 }
@@ -262,7 +264,8 @@ WRowOrder WTableModel::orderOf(int column, Qt::SortOrder order) const
     std::vector<QString> texts;
     texts.reserve(rows);
     while (texts.size() < rows) {
-        texts.push_back(text(cell(texts.size())));
+        // The keys of a sort take many times the length.
+        texts.push_back(WShownText::cut(text(cell(texts.size()))));
     }
     return wOrderByText(texts, order);
 }

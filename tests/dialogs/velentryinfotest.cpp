@@ -5,17 +5,22 @@
 
 #include "dialogs/velarchive.h"
 #include "dialogs/velentryrows.h"
+#include "hub/velmessageboxes.h"
 #include "support/fakeapp.h"
 #include "support/testcalendar.h"
 #include "widgets/wdatetimewidget.h"
 
 #include <KUrlRequester>
 
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QLabel>
-#include <QListWidget>
+#include <QListView>
 #include <QPushButton>
 #include <QTest>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
+#include <QTimer>
 
 using namespace TestCalendar;
 using VelAnswer::Mode;
@@ -80,6 +85,8 @@ private Q_SLOTS:
     void buttonsShouldFollowModeRightAndAnswer();
     void rowsShouldFollowTheEntry();
     void textsShouldStandAsTheyAre();
+    void boxesShouldShowTextsAsTheyAre_data();
+    void boxesShouldShowTextsAsTheyAre();
     void answersShouldBeNotedInTheOwnRecord();
     void othersShouldBePutOffWithIt();
     void archiveDialogShouldCountAndNeedAFile();
@@ -149,15 +156,49 @@ void VelEntryInfoTest::textsShouldStandAsTheyAre()
     QVERIFY(title && title->textFormat() == Qt::PlainText && title->text() == QLatin1String("<b>Talk</b>"));
     QCOMPARE(info.findChild<QLabel *>(QStringLiteral("Appointment organizer"))->text(),
              QStringLiteral("Boss"));
-    const QListWidgetItem *me = info.findChild<QListWidget *>(QStringLiteral("Attendees"))->item(1);
-    QCOMPARE(me->toolTip(), QStringLiteral("Accepted tentatively"));
-    QCOMPARE(me->data(Qt::AccessibleTextRole).toString(), QStringLiteral("Me: Accepted tentatively"));
+    const QModelIndex me = info.findChild<QListView *>(QStringLiteral("Attendees"))->model()->index(1, 0);
+    QCOMPARE(me.data(Qt::ToolTipRole).toString(), QStringLiteral("Accepted tentatively"));
+    QCOMPARE(me.data(Qt::AccessibleTextRole).toString(), QStringLiteral("Me: Accepted tentatively"));
     const auto *told = info.findChild<QLabel *>(QString(), Qt::FindDirectChildrenOnly);
     QVERIFY(told && told->textFormat() == Qt::PlainText && told->text() == QLatin1String("<i>New</i>"));
     window.app.fakeSettings.origUserid = Boss; // who looks at the calendar of Me
     const VelEntryInfo foreign(window.entry(), &window.app, VelAnswer::Plain, {}, true);
     QCOMPARE(foreign.findChild<QLabel *>(QString(), Qt::FindDirectChildrenOnly)->text(),
              QStringLiteral("You answer for Me."));
+}
+
+void VelEntryInfoTest::boxesShouldShowTextsAsTheyAre_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("plain") << "Eat & sleep\n<now>"
+                           << "Eat & sleep\n<now>";
+    QTest::newRow("marked up") << "<img src='x'/>\n& more"
+                               << "<img src='x'/>\n& more";
+}
+
+void VelEntryInfoTest::boxesShouldShowTextsAsTheyAre()
+{
+    QFETCH(QString, text);
+    QStringList labels;
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, [&] {
+        QWidget *box = QApplication::activeModalWidget();
+        if (!box)
+            return;
+        timer.stop();
+        const QList<QLabel *> found = box->findChildren<QLabel *>();
+        for (const QLabel *label : found) {
+            const bool isRich = Qt::mightBeRichText(label->text());
+            labels.append(isRich ? QTextDocumentFragment::fromHtml(label->text()).toPlainText()
+                                 : label->text());
+        }
+        box->close();
+    });
+    timer.start(0);
+    VelMessageBoxes(nullptr).error(text);
+    QFETCH(QString, shown);
+    QVERIFY2(labels.contains(shown), qPrintable(labels.join(QLatin1Char('|')).left(200)));
 }
 
 void VelEntryInfoTest::answersShouldBeNotedInTheOwnRecord()

@@ -74,6 +74,7 @@ private Q_SLOTS:
     void shouldListMovedColumnsAndWarnOfMissingOnes();
     void shouldWorkHeaderWithKeyboard();
     void shouldFitToContentsWithinReason();
+    void shouldShowNoMoreOfALongTextThanIsRead();
     void shouldStretchColumnUntilUserSizesOne();
     void shouldRestoreWhatWasSaved();
     void shouldSurviveConfiguration_data();
@@ -150,6 +151,17 @@ void WTableTest::shouldFitToContentsWithinReason()
     table.adjustAll();
     QVERIFY2(written > 0 && written <= 500, "all rows were measured");
     QVERIFY(table.columnWidth(3) > table.columnWidth(2) && table.columnWidth(3) < 2000);
+}
+
+void WTableTest::shouldShowNoMoreOfALongTextThanIsRead()
+{
+    WTable table;
+    const QString halves = QString::fromUtf8("😀").repeated(1 << 20); // of which each takes two
+    fill(table, {WTableItem(QLatin1Char('x') + halves), WTableItem(QStringLiteral("<b>short"))});
+    QCOMPARE(table.model()->index(0, 0).data().toString(),
+             QString(QLatin1Char('x') + halves.left(998) + QChar(0x2026)));
+    QCOMPARE(table.model()->index(1, 0).data().toString(), QStringLiteral("<b>short"));
+    QCOMPARE(std::get<QString>(*table.item(0, 0)).size(), 1 + halves.size());
 }
 
 void WTableTest::shouldStretchColumnUntilUserSizesOne()
