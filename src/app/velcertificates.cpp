@@ -68,3 +68,10 @@ void VelCertificates::remember(const QString &host, int port, const QByteArray &
     group.writeEntry(keyOf(host, port), QString::fromLatin1(fingerprint.toHex()));
     VelConfiguration::save(*group.config());
 }
+
+void VelCertificates::forget(const QString &host, int port)
+{
+    KConfigGroup group = groupOf(m_config);
+    group.deleteEntry(keyOf(host, port));
+    group.sync();
+}

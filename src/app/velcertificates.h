@@ -19,6 +19,7 @@ public:
                                const QStringList &problems) override;
     [[nodiscard]] QByteArray rememberedFingerprint(const QString &host, int port) const override;
     void remember(const QString &host, int port, const QByteArray &fingerprint) override;
+    void forget(const QString &host, int port) override;
 
 private:
     VelMessages &m_messages;

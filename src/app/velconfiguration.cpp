@@ -39,11 +39,12 @@ struct FlagKey {
     bool VelSettings::*flag;
 };
 
-constexpr std::array<FlagKey, 8> FlagKeys{{{"AutoSave", &VelSettings::autoSave},
+constexpr std::array<FlagKey, 9> FlagKeys{{{"AutoSave", &VelSettings::autoSave},
                                            {"AutoSaveSync", &VelSettings::autoSaveSync},
                                            {"AutoSync", &VelSettings::autoSync},
                                            {"Dock", &VelSettings::dock},
                                            {"Encrypt", &VelSettings::encrypt},
+                                           {"EncryptionUntried", &VelSettings::isUntried},
                                            {"DoReminderDialog", &VelSettings::doReminderDialog},
                                            {"DoReminderSound", &VelSettings::doReminderSound},
                                            {"DoReminderExec", &VelSettings::doReminderExec}}};

@@ -27,6 +27,7 @@ VelConnectionTest::VelConnectionTest(const VelSettings &settings, bool isNew, Ve
     , m_doc(messages, m_settings)
     , m_attempts{{settings.encrypt, settings.port}}
 {
+    m_settings.isUntried = false; // this is the trial
     if (isNew && triesEncryption(settings))
         m_attempts.push_back({true, EncryptedPort});
     start();

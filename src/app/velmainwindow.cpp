@@ -23,6 +23,7 @@
 #include "hub/velmessageboxes.h"
 #include "net/veltrust.h"
 #include "views/velmainview.h"
+#include "widgets/wshowntext.h"
 
 #include <KLocalizedString>
 #include <KRecentFilesAction>
@@ -37,6 +38,7 @@
 
 namespace
 {
+constexpr int MostName = 100; // characters, in the title of the window
 KConfig *applicationConfig()
 {
     return KSharedConfig::openConfig().data();
@@ -128,6 +130,7 @@ void VelMainWindow::buildGui()
 void VelMainWindow::initStatusBar()
 {
     m_statusText = new QLabel(i18n("Ready."), this);
+    m_statusText->setTextFormat(Qt::PlainText);
     m_statusText->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     m_onlineWidget = new VelOnlineWidget(this);
     statusBar()->addWidget(m_statusText, 10);
@@ -323,7 +326,8 @@ QString VelMainWindow::captionText() const
 {
     const QString person = isRemote() ? getAccountName(m_doc->getUserId()) : QString();
     return person.isEmpty() ? m_doc->URL().fileName()
-                            : i18nc("title of a window: whose calendar it shows", "Calendar of %1", person);
+                            : i18nc("title of a window: whose calendar it shows", "Calendar of %1",
+                                    WShownText::cut(person, MostName));
 }
 
 QUrl VelMainWindow::proposeFile() const
@@ -374,10 +378,13 @@ void VelMainWindow::takePreferences(const VelSettings &settings, const VelLook &
     m_settings = settings;
     m_look = look;
     updateAll();
+    followAccount();
     if (isOtherAccount) {
         m_network->resume();
         netTask(VelNetTask::UserList, {}, true);
     }
+    if (!m_settings.isUntried)
+        m_network->accountTried();
     if (isOtherWeek)
         m_view->setMainView(m_view->viewType(), m_view->viewSize());
 }

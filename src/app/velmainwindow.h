@@ -83,6 +83,8 @@ public:
     [[nodiscard]] const VelEntry *getReceivedEntry(quint32 globalid) const override;
     void testConnection(const VelSettings &settings,
                         const std::function<void(const VelConnectionResult &)> &done) override;
+    [[nodiscard]] bool hasTrusted(const QString &server, int port) const override;
+    void forgetCertificate(const QString &server, int port) override;
     void setCutCopy(const VelEntry *selected, bool isSelected) override;
     void setEditLock(bool locked) override;
     /** True while somebody holds the lock, a synchronisation runs, the window waits to close, or nothing may be changed. */
@@ -202,7 +204,9 @@ private:
     void setAutoSaveTimer();
     void applyPreferences(const VelSettings &settings, const VelLook &look);
     void spreadPreferences(const VelSettings &settings, const VelLook &look);
-    void tryEncryption(const VelSettings &settings, const VelLook &look);
+    void tryEncryption();
+    void finishTrial(const VelSettings &tried, const VelConnectionResult &result);
+    void followAccount();
     void takePreferences(const VelSettings &settings, const VelLook &look);
     [[nodiscard]] QString captionText() const;
     [[nodiscard]] QUrl proposeFile() const;
@@ -282,6 +286,7 @@ private:
     bool m_isDenied = false; // the server has refused the calendar, and the window is about to go
     bool m_isUnfilled = false; // with the colleague's calendar that it is for
     bool m_hasFailedToFill = false;
+    bool m_isTrying = false; // whether the server offers encryption
     bool m_isSavingByItself = false;
     bool m_savesOptions = true; // when it closes
     VelClosing m_closing;

@@ -106,6 +106,7 @@ void VelMainWindow::connectNetwork()
     connect(network, &VelNetwork::settingsChanged, this, &VelMainWindow::shareAccount);
     connect(network, &VelNetwork::passwordChanged, this,
             [this] { statusBar()->showMessage(i18n("The password has been changed."), NoticeTime); });
+    connect(network, &VelNetwork::trialWanted, this, &VelMainWindow::tryEncryption);
     connect(network, &VelNetwork::accessDenied, this, &VelMainWindow::slotDenied);
     // Later: that the calendar was refused is told after the end of the last request.
     connect(network, &VelNetwork::taskEnded, this, &VelMainWindow::closeWhenDone, Qt::QueuedConnection);
@@ -132,7 +133,8 @@ const VelEntry *VelMainWindow::getReceivedEntry(quint32 globalid) const
 void VelMainWindow::testConnection(const VelSettings &settings,
                                    const std::function<void(const VelConnectionResult &)> &done)
 {
-    const bool isNew = settings.server != m_settings.server || settings.user != m_settings.user;
+    const bool isNew =
+        settings.server != m_settings.server || settings.user != m_settings.user || m_settings.isUntried;
     new VelConnectionTest(settings, isNew, *m_messages, *m_trust, done, this);
 }
 
@@ -262,21 +264,6 @@ void VelMainWindow::finishMerge(const VelMerge::Report &report)
     m_doc->setModsSynced(!report.hasUnsent);
     m_invitations->take(report, m_network->isAskedFor());
     tellOutcome(report);
-}
-
-/** The account is the user's: a window that kept an old password would fail, and write it over the new one at its end. */
-void VelMainWindow::shareAccount()
-{
-    const QList<KMainWindow *> windows = memberList();
-    for (KMainWindow *each : windows) {
-        auto *window = qobject_cast<VelMainWindow *>(each);
-        if (!window || window->m_settings.server != m_settings.server
-            || window->m_settings.user != m_settings.user)
-            continue;
-        window->m_settings.pass = m_settings.pass;
-        window->m_settings.origUserid = m_settings.origUserid;
-    }
-    saveOptions();
 }
 
 void VelMainWindow::saveByItself()

@@ -3,7 +3,6 @@
 
 #include "app/velactions.h"
 #include "app/velalarm.h"
-#include "app/velconnectiontest.h"
 #include "app/velfilecommands.h"
 #include "app/velmailer.h"
 #include "app/velmainwindow.h"
@@ -276,57 +275,6 @@ void VelMainWindow::slotPurgeCompleted()
                                          : i18np("One completed to-do task was removed.",
                                                  "%1 completed to-do tasks were removed.", purged),
                              NoticeTime);
-}
-
-/** They are the user's: a window that kept its own would write them over these when it closes. */
-void VelMainWindow::applyPreferences(const VelSettings &settings, const VelLook &look)
-{
-    VelSettings wanted = settings;
-    const bool isOtherAccount = settings.server != m_settings.server || settings.user != m_settings.user;
-    // The server may have told, or taken, these while the dialog was open.
-    wanted.origUserid = isOtherAccount ? 0 : m_settings.origUserid;
-    if (settings.pass == m_shownPass)
-        wanted.pass = m_settings.pass;
-    m_shownPass = settings.pass;
-    if (isOtherAccount && VelConnectionTest::triesEncryption(wanted))
-        tryEncryption(wanted, look);
-    else
-        spreadPreferences(wanted, look);
-}
-
-void VelMainWindow::spreadPreferences(const VelSettings &settings, const VelLook &look)
-{
-    const QList<KMainWindow *> windows = memberList();
-    for (KMainWindow *each : windows) {
-        if (auto *window = qobject_cast<VelMainWindow *>(each))
-            window->takePreferences(settings, look);
-    }
-    saveOptions();
-}
-
-/** Nothing of a new account goes out in clear text before it is known whether its server offers better. */
-void VelMainWindow::tryEncryption(const VelSettings &settings, const VelLook &look)
-{
-    VelSettings meanwhile = settings;
-    meanwhile.takeAccount(m_settings);
-    spreadPreferences(meanwhile, look);
-    const auto done = [this, settings](const VelConnectionResult &result) {
-        VelSettings wanted = m_settings;
-        wanted.takeAccount(settings);
-        // Also of one that the user did not trust: clear text is no way out.
-        if (result.encrypt) {
-            wanted.encrypt = true;
-            wanted.port = result.port;
-            statusBar()->showMessage(i18n("The server offers encryption: the connection is encrypted."),
-                                     NoticeTime);
-        }
-        spreadPreferences(wanted, m_look);
-        if (m_preferences->isVisible()) {
-            m_shownPass = m_settings.pass;
-            m_preferences->refresh(m_settings, m_look);
-        }
-    };
-    new VelConnectionTest(settings, true, *m_messages, *m_trust, done, this);
 }
 
 void VelMainWindow::slotPreferences()

@@ -68,6 +68,7 @@ void VelNetwork::connectConnection()
         Q_EMIT taskEnded();
     });
     connect(&m_connection, &VelConnection::taskFailed, this, &VelNetwork::taskEnded);
+    connect(&m_connection, &VelConnection::trialWanted, this, &VelNetwork::trialWanted);
     connect(&m_connection, &VelConnection::queueEmpty, this, &VelNetwork::idle);
     connect(&m_connection, &VelConnection::accessDenied, this, &VelNetwork::accessDenied);
     connect(&m_connection, &VelConnection::progress, this, [this](qint64 bytes) {
@@ -228,6 +229,14 @@ void VelNetwork::sendChanges()
         startIfAllowed(i18n("Synchronizing with server."), true);
 }
 
+void VelNetwork::accountTried(const QString &problem)
+{
+    if (problem.isEmpty())
+        m_connection.resume();
+    else
+        m_connection.failWaiting(problem);
+}
+
 void VelNetwork::stop()
 {
     m_isStopped = true;
@@ -363,7 +372,10 @@ bool VelNetwork::mayRemove()
 
 void VelNetwork::takeOther(int type, VelXmlContent &content)
 {
-    content.synctime.reset(); // of a synchronisation only
+    // Of a synchronisation only: another answer must not make this the calendar of somebody else, or writable.
+    content.synctime.reset();
+    content.userid.reset();
+    content.origright.reset();
     switch (type) {
     case VelNetTask::UserList:
         m_context.doc.readXml(content);

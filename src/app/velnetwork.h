@@ -73,6 +73,8 @@ public:
     void setAutoSyncTimer();
     /** Sends the digest of a new password, which replaces the one in the settings when the server takes it. */
     void changePassword(const QString &digest);
+    /** The settings say how the server is reached, or, with a @p problem, that could not be found out. */
+    void accountTried(const QString &problem = {});
     /** Synchronises now and without a word, whatever the preferences say of what happens by itself. */
     void sendChanges();
     /** Synchronises no more by itself, until somebody has done so by hand with success, or names another account. */
@@ -118,6 +120,8 @@ Q_SIGNALS:
     void syncEnded();
     /** One request is over, or never had its turn. */
     void taskEnded();
+    /** Something is to be sent, and it is not known yet whether the server offers encryption. */
+    void trialWanted();
     /** Nothing is under way and nothing waits. */
     void idle();
     /** The user may not see this calendar any more. This is the only signal of it; unless @p quiet somebody waits for it. */

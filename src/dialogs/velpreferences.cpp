@@ -107,6 +107,13 @@ void VelPreferences::refresh(const VelSettings &settings, const VelLook &look)
     updateButtons();
 }
 
+void VelPreferences::follow(const VelSettings &settings)
+{
+    m_settings.takeAccount(settings);
+    for (VelPreferencesPage *page : m_pages)
+        page->follow(settings);
+}
+
 void VelPreferences::slotPage(int number)
 {
     m_stack->setCurrentIndex(number);

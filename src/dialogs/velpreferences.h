@@ -35,6 +35,8 @@ public:
     void refresh(const VelSettings &settings, const VelLook &look);
     /** With what is typed, if it can be stored. */
     void accept() override;
+    /** The account that is stored has changed by itself. Keeps what was typed. */
+    void follow(const VelSettings &settings);
     void done(int result) override;
 
 Q_SIGNALS:

@@ -21,6 +21,11 @@ public:
     [[nodiscard]] virtual QIcon icon() const = 0;
     /** Fills the inputs. */
     virtual void show(const VelSettings &settings, const VelLook &look) = 0;
+    /**
+     * What is stored has changed while the page was open: takes it over where the inputs still show what was stored
+     * before, and keeps what was typed. Does not report that as a change.
+     */
+    virtual void follow(const VelSettings &) { }
     /** Writes what the inputs hold, and leaves all other fields as they are. */
     virtual void store(VelSettings &settings, VelLook &look) const = 0;
     /** Takes what is being typed, as a button pressed by its letter leaves it. */

@@ -15,7 +15,11 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QSpinBox>
+
+#include <initializer_list>
+#include <utility>
 
 namespace
 {
@@ -37,6 +41,7 @@ VelServerPage::VelServerPage(QWidget *parent)
     , m_encrypt(new QCheckBox(i18n("&Encrypt the connection"), this))
     , m_port(new QSpinBox(this))
     , m_traffic(makeText(this))
+    , m_forget(new QPushButton(i18n("&Forget this certificate"), this))
     , m_user(new QLineEdit(this))
     , m_setPassword(new QPushButton(i18n("Set pass&word..."), this))
     , m_password(new QLabel(this))
@@ -53,6 +58,7 @@ VelServerPage::VelServerPage(QWidget *parent)
     layout->addRow(QString(), m_encrypt);
     layout->addRow(m_traffic);
     layout->addRow(i18n("&Port:"), m_port);
+    layout->addRow(QString(), m_forget);
     layout->addRow(i18n("&User name:"), m_user);
     layout->addRow(i18n("Password:"), password);
     layout->addRow(i18n("Your number on the server:"), m_userid);
@@ -63,6 +69,7 @@ VelServerPage::VelServerPage(QWidget *parent)
 
     connect(m_encrypt, &QCheckBox::toggled, this, &VelServerPage::slotEncrypt);
     connect(m_setPassword, &QPushButton::clicked, this, &VelServerPage::askPassword);
+    connect(m_forget, &QPushButton::clicked, this, &VelServerPage::forgetCertificate);
     connect(m_test, &QPushButton::clicked, this, &VelServerPage::testConnection);
     connect(this, &VelPreferencesPage::changed, this, &VelServerPage::updateTest);
     slotEncrypt(false);
@@ -76,14 +83,15 @@ void VelServerPage::makeControls()
     m_port->setObjectName(QStringLiteral("Port"));
     m_user->setObjectName(QStringLiteral("User"));
     m_setPassword->setObjectName(QStringLiteral("SetPassword"));
+    m_forget->setObjectName(QStringLiteral("ForgetCertificate"));
     m_test->setObjectName(QStringLiteral("TestConnection"));
     m_result->setObjectName(QStringLiteral("TestResult"));
     m_port->setRange(1, VelLimits::HighestPort);
     m_userid->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_result->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    for (QPushButton *button : {m_setPassword, m_test})
+    for (QPushButton *button : {m_setPassword, m_forget, m_test})
         button->setAutoDefault(false);
-    for (QWidget *widget : {static_cast<QWidget *>(m_port), static_cast<QWidget *>(m_test)})
+    for (QWidget *widget : std::initializer_list<QWidget *>{m_port, m_forget, m_test})
         widget->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
@@ -94,6 +102,10 @@ void VelServerPage::explainControls()
     explain(m_port,
             i18n("The number at which the server answers: usually %1, or encrypted %2",
                  QString::number(PlainPort), QString::number(EncryptedPort)));
+    explain(
+        m_forget,
+        i18n("You have accepted a certificate of this server that nobody vouches for. When it is forgotten, "
+             "the next connection asks again whether to trust the server."));
     explain(m_user, i18n("Your name on the server"));
     explain(m_setPassword, i18n("The password that you have on the server. Only a digest of it is kept."));
     explain(m_userid, i18n("The server gives it with the first synchronization"));
@@ -118,9 +130,39 @@ void VelServerPage::show(const VelSettings &settings, const VelLook &)
     m_port->setValue(settings.port); // after the box, which may change it
     m_user->setText(settings.user);
     setDigest(settings.pass);
-    m_userid->setText(settings.origUserid == 0 ? i18n("not known yet")
-                                               : QString::number(settings.origUserid));
+    showUserid();
     updateTest();
+}
+
+void VelServerPage::follow(const VelSettings &settings)
+{
+    const VelSettings before = std::exchange(m_settings, settings);
+    VelSettings typed;
+    takeInputs(typed);
+    showUserid();
+    if (typed.server != before.server || typed.user != before.user)
+        return; // another account
+    const QSignalBlocker blocker(this);
+    if (typed.encrypt == before.encrypt && typed.port == before.port) {
+        m_encrypt->setChecked(settings.encrypt);
+        m_port->setValue(settings.port);
+        if (typed.encrypt != settings.encrypt || typed.port != settings.port)
+            updateTest();
+    }
+    setDigest(typed.pass == before.pass ? settings.pass : typed.pass);
+}
+
+void VelServerPage::showUserid()
+{
+    m_userid->setText(m_settings.origUserid == 0 ? i18n("not known yet")
+                                                 : QString::number(m_settings.origUserid));
+}
+
+void VelServerPage::forgetCertificate()
+{
+    VelApp::getApp(this)->forgetCertificate(m_server->text().trimmed(), m_port->value());
+    updateTest();
+    m_result->setText(i18n("The next connection asks again whether to trust the server."));
 }
 
 void VelServerPage::store(VelSettings &settings, VelLook &) const
@@ -222,6 +264,8 @@ void VelServerPage::takeOver(const VelConnectionResult &result)
 void VelServerPage::updateTest()
 {
     m_result->setText(m_isTesting ? i18n("Connecting...") : QString());
-    m_test->setEnabled(!m_isTesting && VelApp::getApp(this) && !m_server->text().trimmed().isEmpty()
+    const VelApp *app = VelApp::getApp(this);
+    m_forget->setEnabled(app && app->hasTrusted(m_server->text().trimmed(), m_port->value()));
+    m_test->setEnabled(!m_isTesting && app && !m_server->text().trimmed().isEmpty()
                        && !m_user->text().isEmpty());
 }

@@ -30,7 +30,10 @@ public:
     [[nodiscard]] QString title() const override;
     [[nodiscard]] QIcon icon() const override;
     void show(const VelSettings &settings, const VelLook &look) override;
+    void follow(const VelSettings &settings) override;
     void store(VelSettings &settings, VelLook &look) const override;
+    /** An account is nobody's by default, and nobody would want theirs emptied. */
+    [[nodiscard]] bool hasDefaults() const override { return false; }
 
 private:
     void makeControls();
@@ -43,6 +46,8 @@ private:
     /** Takes over how a server was reached that this account had not been on before. */
     void takeOver(const VelConnectionResult &result);
     void updateTest();
+    void showUserid();
+    void forgetCertificate();
     /** The account as the inputs have it. */
     void takeInputs(VelSettings &settings) const;
     /** True when the inputs say what @p settings do. */
@@ -52,6 +57,7 @@ private:
     QCheckBox *m_encrypt;
     QSpinBox *m_port;
     QLabel *m_traffic; ///< what others can read
+    QPushButton *m_forget;
     QLineEdit *m_user;
     QPushButton *m_setPassword;
     QLabel *m_password; ///< whether there is one

@@ -87,6 +87,10 @@ public:
      */
     virtual void testConnection(const VelSettings &settings,
                                 const std::function<void(const VelConnectionResult &)> &done) = 0;
+    /** True when the user has accepted a certificate of that server that the system does not know. */
+    [[nodiscard]] virtual bool hasTrusted(const QString &server, int port) const = 0;
+    /** Makes the next connection to that server ask about its certificate again. */
+    virtual void forgetCertificate(const QString &server, int port) = 0;
     /** The entry that the server was last asked for by that id and sent, or null. Valid until the next is asked for. */
     [[nodiscard]] virtual const VelEntry *getReceivedEntry(quint32 globalid) const = 0;
 

@@ -38,6 +38,7 @@ void VelSettings::takeAccount(const VelSettings &other)
     server = other.server;
     port = other.port;
     encrypt = other.encrypt;
+    isUntried = other.isUntried;
     user = other.user;
     pass = other.pass;
     origUserid = other.origUserid;

@@ -59,6 +59,8 @@ public:
     QString server;
     int port = 7070;
     bool encrypt = false; ///< TLS to the server
+    bool isUntried =
+        false; ///< whether the server offers encryption is to be found out before anything is sent
 
     bool autoSave = true;
     int autoSaveInterval = 10; ///< minutes

@@ -80,10 +80,13 @@ void VelConnection::netTask(int type, const QString &argument, bool quiet)
         if (!self)
             return;
     }
-    if (m_phase != Phase::Idle || !m_queue.empty())
-        m_queue.push_back({type, argument, quiet});
-    else
+    if (m_phase == Phase::Idle && m_queue.empty() && !m_settings.isUntried) {
         startConnect({type, argument, quiet});
+        return;
+    }
+    m_queue.push_back({type, argument, quiet});
+    if (m_settings.isUntried)
+        Q_EMIT trialWanted();
 }
 
 /** Asked for and not ended: a window asks for the users when it opens, and synchronises in the next moment. */
@@ -118,6 +121,10 @@ void VelConnection::startNext()
     }
     if (m_queue.empty()) {
         Q_EMIT queueEmpty();
+        return;
+    }
+    if (m_settings.isUntried) {
+        Q_EMIT trialWanted();
         return;
     }
     const VelNetTask next = m_queue.front();
@@ -158,6 +165,22 @@ void VelConnection::giveUp(int type)
         || (type == VelNetTask::Sync && m_current.type == VelNetTask::UserList && isWaiting(type));
     if (dropWaiting(type) && isFirst)
         clearNet();
+}
+
+void VelConnection::resume()
+{
+    if (m_phase == Phase::Idle && !m_queue.empty())
+        startNext();
+}
+
+void VelConnection::failWaiting(const QString &message)
+{
+    if (m_phase != Phase::Idle || m_queue.empty())
+        return;
+    const bool isQuiet =
+        std::all_of(m_queue.begin(), m_queue.end(), [](const VelNetTask &task) { return task.quiet; });
+    if (tellFailure(message, isQuiet ? Telling::Quietly : Telling::Aloud) && dropQueue())
+        startNext(); // what came meanwhile, or the end
 }
 
 void VelConnection::finishTask()

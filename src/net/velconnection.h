@@ -71,6 +71,10 @@ public:
      * synchronisation also the list of users that it waits for.
      */
     void giveUp(int type);
+    /** Sends what waited for the settings to say how the server is reached. */
+    void resume();
+    /** How the server is reached could not be found out: fails what waits for it, with @p message. */
+    void failWaiting(const QString &message);
     /** Closes the connection, as the server might. (QObject has a disconnect() of its own.) */
     void disconnectFromServer();
 
@@ -121,6 +125,8 @@ Q_SIGNALS:
     void taskFailed(int type, const QString &argument);
     /** The task is over; it is still the current one, so that a request made now waits behind all others. */
     void taskEnded(int type);
+    /** A request waits until it is known how the server is reached: see VelSettings::isUntried and resume(). */
+    void trialWanted();
     /** Nothing is under way and nothing waits. */
     void queueEmpty();
     /** The user may not see the calendar any more. Comes last, and tells it instead of failed(), which is quiet about it. */

@@ -31,4 +31,6 @@ public:
     /** Of the certificate that was accepted for the server; empty when there is none. Must not run an event loop. */
     [[nodiscard]] virtual QByteArray rememberedFingerprint(const QString &host, int port) const = 0;
     virtual void remember(const QString &host, int port, const QByteArray &fingerprint) = 0;
+    /** The next connection asks again. */
+    virtual void forget(const QString &host, int port) = 0;
 };

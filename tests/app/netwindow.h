@@ -31,7 +31,8 @@ inline void forgetPreferences()
 struct NetWindow {
     explicit NetWindow(const std::vector<ScriptedServer::Step> &script = {})
     {
-        server.script = {{answer(Users)}};
+        // The head must not make this the calendar of somebody else, nor read-only.
+        server.script = {{answer("<action><userid>9</userid><origright>0</origright></action>" + Users)}};
         server.script.insert(server.script.end(), script.begin(), script.end());
         KConfigGroup group = KSharedConfig::openConfig()->group(QStringLiteral("Preferences"));
         group.writeEntry("Server", "127.0.0.1");

@@ -71,6 +71,7 @@ void VelConfigurationTest::preferencesShouldSurvive()
     written.origUserid = 3000000000U;
     written.port = 7071;
     written.encrypt = true;
+    written.isUntried = true;
     written.autoSave = false;
     written.dock = true;
     written.reminderExec = QUrl(QStringLiteral("file:///usr/bin/beep%20loud"));
@@ -89,7 +90,7 @@ void VelConfigurationTest::preferencesShouldSurvive()
     QCOMPARE(read.pass, written.pass);
     QCOMPARE(read.origUserid, written.origUserid);
     QCOMPARE(read.port, 7071);
-    QVERIFY(read.encrypt);
+    QVERIFY(read.encrypt && read.isUntried);
     QVERIFY(!read.autoSave && read.dock);
     QCOMPARE(read.reminderExec, written.reminderExec);
     QCOMPARE(look.selection, QColor(1, 2, 3));

@@ -62,6 +62,7 @@ private Q_SLOTS:
     void init();
     void windowWithoutAServerShouldAskForNothing();
     void newWindowShouldFetchTheUsers();
+    void untriedAccountShouldBeTriedFirst();
     void synchronisationShouldLockMergeAndSave();
     void readOnlyCalendarShouldStayLocked();
     void errorShouldUnlockTheCalendar_data();
@@ -125,6 +126,20 @@ void VelNetworkTest::newWindowShouldFetchTheUsers()
     QVERIFY(net.server.requests.first().contains("<action type=\"userlist\">"));
     QCOMPARE(net.session->window->getAccountName(9), QStringLiteral("Bert"));
     QVERIFY(!net.session->doc().isModified());
+    QVERIFY(net.session->doc().getUserId() == 0 && net.session->doc().isWritable());
+}
+
+void VelNetworkTest::untriedAccountShouldBeTriedFirst()
+{
+    KConfigGroup group = KSharedConfig::openConfig()->group(QStringLiteral("Preferences"));
+    group.writeEntry("EncryptionUntried", true);
+    const NetWindow net({Step{answer(Users)}});
+    QVERIFY(!net.session->window->network()->isBusy()); // it waits for the trial
+    QCOMPARE(net.status(), QStringLiteral("Finding out whether the server offers encryption..."));
+    QTRY_COMPARE(net.server.requests.size(), 2);
+    QVERIFY(net.isReady());
+    QVERIFY(!net.session->window->settings()->isUntried && !group.readEntry("EncryptionUntried", true));
+    QVERIFY(!net.session->window->settings()->encrypt);
 }
 
 void VelNetworkTest::synchronisationShouldLockMergeAndSave()

@@ -290,6 +290,26 @@ private Q_SLOTS:
                      QByteArray("S1 S2 Error receiving data from server. S0 X4 E4 S1 S2 A5 E5 ."));
     }
 
+    void shouldSendNothingBeforeItIsKnownHow()
+    {
+        NetSession session;
+        session.doc.settings.isUntried = true;
+        QSignalSpy wanted(session.connection.get(), &VelConnection::trialWanted);
+        session.start({-4, 5}, {{Ok}});
+        QCOMPARE(wanted.size(), 2);
+        session.connection->failWaiting(QStringLiteral("Nobody there."));
+        session.connection->netTask(4, {}, true);
+        session.connection->failWaiting(QStringLiteral("Still not."));
+        const QByteArray dropped = "Nobody there. dropped X4 X5 . (Still not.) dropped X4 .";
+        QCOMPARE(session.told(), dropped);
+        QCOMPARE(session.connection->lastFailure(), QLatin1String("Still not."));
+        session.connection->netTask(4);
+        session.doc.settings.isUntried = false;
+        session.connection->resume();
+        QTRY_COMPARE(session.told(), dropped + " S1 S2 A4 E4 .");
+        QCOMPARE(session.server.requests, QList<QByteArray>{Busy});
+    }
+
     void shouldBearBeingDeletedByEveryReceiver()
     {
         const QByteArray denied = answer("<action><error>2</error></action>");

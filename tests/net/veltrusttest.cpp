@@ -20,6 +20,7 @@ struct FakeTrust : public VelTrust {
     }
     QByteArray rememberedFingerprint(const QString &, int) const override { return kept; }
     void remember(const QString &, int, const QByteArray &fingerprint) override { kept = fingerprint; }
+    void forget(const QString &, int) override { kept.clear(); }
 
     QByteArray kept;
     Verdict verdict = Verdict::Refuse;

@@ -64,6 +64,14 @@ public:
         testedSettings = settings;
         answerTest = done;
     }
+    [[nodiscard]] bool hasTrusted(const QString &server, int port) const override
+    {
+        return trusted.contains(server + QString::number(port));
+    }
+    void forgetCertificate(const QString &server, int port) override
+    {
+        trusted.removeAll(server + QString::number(port));
+    }
     [[nodiscard]] const VelEntry *getReceivedEntry(quint32) const override { return receivedEntry; }
     void slotClipboardChanged() override { ++clipboardCount; }
     void slotStatusMsg(const QString &) override { }
@@ -77,6 +85,7 @@ public:
     std::vector<VelNetTask> netTasks; // as they were queued
     VelSettings testedSettings; // with which a connection was last tried
     std::function<void(const VelConnectionResult &)> answerTest; // for the test to call
+    QStringList trusted; // servers, each with its port behind it
     const VelEntry *receivedEntry = nullptr;
     int printCount = 0;
     QString printedTitle;
