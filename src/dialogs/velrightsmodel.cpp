@@ -26,8 +26,10 @@ QString VelRights::toText(int right)
         return i18n("As everybody else");
     case NoAccess:
         return i18n("No access");
-    case LimitedReading:
-        return i18n("Limited reading");
+    case UpToTheServer:
+        return i18n("As the server decides");
+    case BusyTimes:
+        return i18n("Busy times only");
     case Reading:
         return i18n("Read");
     case Changing:
@@ -46,8 +48,10 @@ QString VelRights::explain(int right)
         return i18n("The right of everybody else counts, also when it is changed later.");
     case NoAccess:
         return i18n("The lowest right: no part of the calendar is granted.");
-    case LimitedReading:
-        return i18n("Less than reading: the server decides what is shown. Nothing can be changed.");
+    case UpToTheServer:
+        return i18n("The server has not told the right of everybody else.");
+    case BusyTimes:
+        return i18n("Only when you are busy is shown, and nothing of what it is. Nothing can be changed.");
     case Reading:
         return i18n("Entries can be read, but for the titles of private ones. Nothing can be changed.");
     case Changing:
@@ -61,14 +65,16 @@ QString VelRights::explain(int right)
     }
 }
 
+bool VelRights::isComplete(const Map &rights)
+{
+    return rights.find(EverybodyId) != rights.end();
+}
+
 QString VelRights::toArgument(const Map &rights)
 {
-    const auto everybody = rights.find(EverybodyId);
-    QString argument = toLine(EverybodyId, everybody == rights.end() ? NoAccess : everybody->second);
-    for (const auto &[id, right] : rights) {
-        if (id != EverybodyId)
-            argument += toLine(id, right);
-    }
+    QString argument;
+    for (const auto &[id, right] : rights) // everybody's has the lowest id
+        argument += toLine(id, right);
     return argument;
 }
 
@@ -170,13 +176,13 @@ int VelRightsModel::rightOf(quint32 id) const
     const auto found = m_rights.find(id);
     if (found != m_rights.end())
         return found->second;
-    return id == VelRights::EverybodyId ? VelRights::NoAccess : VelRights::NoneOfTheirOwn;
+    return id == VelRights::EverybodyId ? VelRights::UpToTheServer : VelRights::NoneOfTheirOwn;
 }
 
 QVector<int> VelRightsModel::choices(int row) const
 {
     using namespace VelRights;
-    QVector<int> choices{NoneOfTheirOwn, NoAccess, LimitedReading, Reading, Changing, FullAccess};
+    QVector<int> choices{NoneOfTheirOwn, NoAccess, BusyTimes, Reading, Changing, FullAccess};
     const quint32 id = idOf(row);
     if (id == EverybodyId)
         choices.removeFirst();
@@ -232,7 +238,7 @@ bool VelRightsModel::setData(const QModelIndex &index, const QVariant &value, in
     const quint32 id = idOf(index.row());
     if (right == rightOf(id))
         return true;
-    if (right == VelRights::NoneOfTheirOwn)
+    if (right == VelRights::NoneOfTheirOwn || right == VelRights::UpToTheServer)
         m_rights.erase(id);
     else
         m_rights[id] = right;

@@ -20,15 +20,19 @@ namespace VelRights
 /** Account id to right; id 0 stands for everybody who has none of their own. */
 using Map = std::map<quint32, int>;
 
-enum Right { NoAccess = 0, LimitedReading = 1, Reading = 2, Changing = 3, FullAccess = 4 };
+enum Right { NoAccess = 0, BusyTimes = 1, Reading = 2, Changing = 3, FullAccess = 4 };
 /** No right at all: that of everybody else counts. */
 constexpr int NoneOfTheirOwn = std::numeric_limits<int>::min();
+/** The same for everybody: the server has told none. */
+constexpr int UpToTheServer = NoneOfTheirOwn + 1;
 constexpr quint32 EverybodyId = 0;
 
 [[nodiscard]] QString toText(int right);
 /** What this program makes of a calendar with that right. */
 [[nodiscard]] QString explain(int right);
-/** The argument of the request that stores them: everybody's first, which is no access when it is missing, then by id. */
+/** False when everybody's right is missing: what the server makes of that, it must not be told by us. */
+[[nodiscard]] bool isComplete(const Map &rights);
+/** The argument of the request that stores complete rights: everybody's first, then by id. */
 [[nodiscard]] QString toArgument(const Map &rights);
 } // namespace VelRights
 

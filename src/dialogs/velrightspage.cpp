@@ -26,9 +26,9 @@ namespace
 int rightWidth(QWidget *parent)
 {
     QComboBox box(parent);
-    for (const int right :
-         {VelRights::NoneOfTheirOwn, int(VelRights::NoAccess), int(VelRights::LimitedReading),
-          int(VelRights::Reading), int(VelRights::Changing), int(VelRights::FullAccess)})
+    for (const int right : {VelRights::NoneOfTheirOwn, VelRights::UpToTheServer, int(VelRights::NoAccess),
+                            int(VelRights::BusyTimes), int(VelRights::Reading), int(VelRights::Changing),
+                            int(VelRights::FullAccess)})
         box.addItem(VelRights::toText(right));
     return box.sizeHint().width();
 }
@@ -43,6 +43,7 @@ VelRightsPage::VelRightsPage(QWidget *parent)
     , m_search(new VelSearchLine(m_view, this))
     , m_fetchAgain(new QPushButton(i18n("&Fetch again"), this))
 {
+    m_message->setTextFormat(Qt::PlainText);
     makeControls();
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_message);
@@ -121,8 +122,19 @@ void VelRightsPage::show(const VelSettings &settings, const VelLook &)
 void VelRightsPage::store(VelSettings &settings, VelLook &) const
 {
     const bool isSameAccount = settings.server == m_server && settings.user == m_user;
-    if (m_app && m_state == State::Ready && m_model->isChanged() && isSameAccount)
+    if (m_app && m_state == State::Ready && m_model->isChanged() && isSameAccount
+        && VelRights::isComplete(m_model->rights()))
         m_app->netTask(VelNetTask::SetUserRights, VelRights::toArgument(m_model->rights()), false);
+}
+
+QString VelRightsPage::problem() const
+{
+    if (m_state != State::Ready || !m_model->isChanged() || VelRights::isComplete(m_model->rights()))
+        return {};
+    return i18n(
+        "The server has not told the right of everybody else. Choose it on the page \"%1\" before the "
+        "rights are stored.",
+        title());
 }
 
 void VelRightsPage::showEvent(QShowEvent *event)

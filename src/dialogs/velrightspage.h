@@ -32,6 +32,8 @@ public:
     void show(const VelSettings &settings, const VelLook &look) override;
     /** Sends the rights, if they were changed, to the account that they came from. */
     void store(VelSettings &settings, VelLook &look) const override;
+    /** What the server decides for everybody must be chosen before anything is sent. */
+    [[nodiscard]] QString problem() const override;
     [[nodiscard]] bool hasDefaults() const override { return false; }
 
 protected:

@@ -156,11 +156,14 @@ private Q_SLOTS:
     void rightsShouldBeFetchedChangedAndSent();
     void rightsShouldWait_data();
     void rightsShouldWait();
+    void rightsShouldNotBeStoredBeforeEverybodysIsChosen();
     void encryptionShouldMoveOnlyTheUsualPort_data();
     void encryptionShouldMoveOnlyTheUsualPort();
     void connectionShouldBeTested_data();
     void connectionShouldBeTested();
     void testedPageMayBeGone();
+    void typedAccountShouldStayWhenTheStoredOneChanges();
+    void certificateShouldBeForgotten();
     void passwordShouldReachTheSettingsAsDigestOnly();
 };
 
@@ -286,11 +289,11 @@ void VelServerTest::rightsShouldBeFetchedChangedAndSent()
     open.answerRights({{0, 1}, {7, 17}, {12, 4}});
     QVERIFY(open.view->isEnabled());
     QCOMPARE(textOf(open.view),
-             QStringLiteral("Everybody else: Limited reading; Anna: Level 17; User number 12: Full access; "
+             QStringLiteral("Everybody else: Busy times only; Anna: Level 17; User number 12: Full access; "
                             "Zoe: As everybody else"));
     QTest::keyClicks(open.rights->findChild<QLineEdit *>(), QStringLiteral("12"));
     QCOMPARE(textOf(open.view),
-             QStringLiteral("Everybody else: Limited reading; User number 12: Full access"));
+             QStringLiteral("Everybody else: Busy times only; User number 12: Full access"));
     QTest::keyClick(open.rights->findChild<QLineEdit *>(), Qt::Key_Escape);
     open.view->sortByColumn(VelRightsModel::RightColumn, Qt::AscendingOrder);
     open.choose(1, QStringLiteral("Read and change")); // Zoe, who has least
@@ -352,6 +355,25 @@ void VelServerTest::rightsShouldWait()
     QCOMPARE(open.view->isEnabled(), isAsked);
     open.fail(VelNetTask::UserList);
     QCOMPARE(says(*open.rights, "The list of users could not be fetched."), isAsked);
+}
+
+void VelServerTest::rightsShouldNotBeStoredBeforeEverybodysIsChosen()
+{
+    Preferences open;
+    open.showPage(open.rights);
+    open.answerAccounts({account(QStringLiteral("Anna"), 7)});
+    open.answerRights({{7, 2}});
+    QCOMPARE(textOf(open.view), QStringLiteral("Everybody else: As the server decides; Anna: Read"));
+    open.takeTasks();
+    const auto *ok = open.dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
+    QVERIFY(ok->isEnabled()); // nothing was changed
+    open.choose(1, QStringLiteral("Full access"));
+    QVERIFY(!ok->isEnabled());
+    open.choose(0, QStringLiteral("Busy times only"));
+    open.click(QDialogButtonBox::Apply);
+    QCOMPARE(open.takeTasks().first(),
+             QStringLiteral("setuserrights <right id=\"0\" right=\"1\"/>\n"
+                            "<right id=\"7\" right=\"4\"/>\n"));
 }
 
 void VelServerTest::encryptionShouldMoveOnlyTheUsualPort_data()
@@ -438,6 +460,44 @@ void VelServerTest::testedPageMayBeGone()
     page.reset();
     window.app.answerTest({{}, true, 7071});
     QCOMPARE(window.app.testedSettings.user, QStringLiteral("me"));
+}
+
+void VelServerTest::typedAccountShouldStayWhenTheStoredOneChanges()
+{
+    Preferences open;
+    const QPushButton *apply = open.dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Apply);
+    VelSettings stored = open.app.fakeSettings;
+    stored.encrypt = true;
+    stored.port = 7071;
+    stored.pass = WSecurity::md5(QStringLiteral("other"));
+    open.dialog.follow(stored); // nothing was typed
+    QVERIFY(open.find<QCheckBox>("Encrypt")->isChecked() && !apply->isEnabled());
+    open.find<QSpinBox>("Port")->setValue(99);
+    stored.encrypt = false;
+    stored.port = 7070;
+    open.dialog.follow(stored);
+    QVERIFY(open.find<QCheckBox>("Encrypt")->isChecked() && open.find<QSpinBox>("Port")->value() == 99);
+    open.find<QLineEdit>("Server")->setText(QStringLiteral("new.example.org"));
+    stored.origUserid = 77;
+    open.dialog.follow(stored);
+    open.click(QDialogButtonBox::Apply);
+    QCOMPARE(open.app.fakeSettings.server, QStringLiteral("new.example.org"));
+    QCOMPARE(open.app.fakeSettings.pass, stored.pass);
+    QCOMPARE(open.app.fakeSettings.port, 99);
+    open.showPage(open.server); // an account has no defaults
+    QVERIFY(!open.dialog.findChild<QDialogButtonBox *>()->button(Button::RestoreDefaults)->isEnabled());
+}
+
+void VelServerTest::certificateShouldBeForgotten()
+{
+    Preferences open([](FakeApp &app) { app.trusted.append(QStringLiteral("time.example.org7070")); });
+    auto *forget = open.find<QPushButton>("ForgetCertificate");
+    QVERIFY(forget->isEnabled());
+    open.find<QSpinBox>("Port")->setValue(7);
+    QVERIFY(!forget->isEnabled());
+    open.find<QSpinBox>("Port")->setValue(7070);
+    forget->click();
+    QVERIFY(!forget->isEnabled() && open.app.trusted.isEmpty());
 }
 
 void VelServerTest::passwordShouldReachTheSettingsAsDigestOnly()
