@@ -5,21 +5,51 @@
 
 #include "dialogs/velfindtimepersonlist.h"
 #include "dialogs/velfindtimewidget.h"
+#include "document/veldoc.h"
 #include "document/velmessages.h"
 #include "model/velnettask.h"
 #include "model/velsettings.h"
 #include "views/veldaypicker.h"
 #include "views/veldayview.h"
 #include "views/velmainview.h"
+#include "widgets/wshowntext.h"
 
 #include <KLocalizedString>
 
 #include <QTimer>
 
+#include <algorithm>
+#include <iterator>
+
 namespace
 {
 constexpr int DaysPerWeek = 7;
 constexpr int StillTime = 200; // milliseconds, longer than a key that is held takes to repeat
+
+constexpr int MostNames = 12; // in a sentence
+constexpr int MostName = 60; // characters
+
+/** Who of @p accounts, each named once, is among the @p busy; all of their time @p isKnown or not. */
+QString busyText(const VelAccountList &accounts, std::set<quint32> busy, bool isKnown)
+{
+    QStringList names;
+    int more = 0;
+    for (const VelAccount &account : accounts) {
+        if (busy.erase(account.id) == 0)
+            continue;
+        if (names.size() < MostNames)
+            names.append(WShownText::cut(account.name, MostName));
+        else
+            ++more;
+    }
+    if (more > 0)
+        names.append(i18np("one more", "%1 more", more));
+    const QString unknown = isKnown ? QString() : i18n("Not all busy times are known yet.");
+    if (names.isEmpty())
+        return isKnown ? i18n("Nobody is known to be busy then.") : unknown;
+    const QString told = i18nc("names follow", "Busy then: %1.", names.join(QLatin1String(", ")));
+    return isKnown ? told : QString(told + QLatin1Char(' ') + unknown);
+}
 
 /** The planner as the columns see it. */
 class Columns : public VelDaySource
@@ -45,6 +75,7 @@ VelFindTimeDialog::VelFindTimeDialog(const VelEntry &entry, const KConfigGroup &
     , m_entry(entry)
     , m_options(options)
     , m_busy([this](const QString &body) { m_app.netTask(VelNetTask::UserBusy, body, false); })
+    , m_own(*m_app.document())
     , m_still(new QTimer(this))
     , m_source(std::make_unique<Columns>(*this))
 {
@@ -95,6 +126,7 @@ void VelFindTimeDialog::setAccounts(const VelAccountList &accounts)
     m_widget->stop();
     m_dayView->release(); // what it shows is gone in a moment
     m_busy.setAccounts(accounts);
+    m_own.reset(m_entry, yourself().id);
     m_widget->showStatus({});
     m_personList->setAccounts(accounts);
     slotDateChanged(getDate());
@@ -104,6 +136,8 @@ void VelFindTimeDialog::setAccounts(const VelAccountList &accounts)
 
 void VelFindTimeDialog::setEntry(const VelEntry &entry)
 {
+    m_dayView->release(); // what it shows is gone in a moment
+    m_own.reset(entry, yourself().id);
     const bool isMoved = entry.getStart() != m_entry.getStart() || entry.getEnd() != m_entry.getEnd();
     m_entry = entry;
     // Moved to what is proposed, the search goes on from there as the user has set it up.
@@ -111,6 +145,8 @@ void VelFindTimeDialog::setEntry(const VelEntry &entry)
         && entry.getEnd() == VelDateTime::fromQDateTime(m_widget->getEnd());
     if (isMoved && !isProposal)
         m_widget->setEntry(entry);
+    m_dayView->updateView();
+    showBusyThen();
 }
 
 void VelFindTimeDialog::setDate(QDate date)
@@ -178,14 +214,15 @@ bool VelFindTimeDialog::requestEntries(QDate date)
 
 VelEntryList VelFindTimeDialog::getEntries(QDate date)
 {
-    VelEntryList entries = m_busy.getEntries(date, m_entry.globalid);
+    const VelEntryList entries = m_busy.getEntries(date, m_entry.globalid);
     showFetching();
-    return entries;
+    return m_own.mergedInto(entries, date);
 }
 
 VelEntryList VelFindTimeDialog::getKnownEntries(QDate date)
 {
-    return m_busy.isRequested(date) ? m_busy.getEntries(date, m_entry.globalid) : VelEntryList();
+    const bool isRequested = m_busy.isRequested(date);
+    return m_own.mergedInto(isRequested ? m_busy.getEntries(date, m_entry.globalid) : VelEntryList(), date);
 }
 
 void VelFindTimeDialog::showFetching()
@@ -201,6 +238,7 @@ void VelFindTimeDialog::slotEntries(const VelReceivedEntries &entries, const QSt
     if (!m_busy.isFetching())
         m_widget->showStatus({});
     m_dayView->updateView();
+    showBusyThen();
     Q_EMIT newAccounts();
 }
 
@@ -210,6 +248,7 @@ void VelFindTimeDialog::slotFailed(int type, const QString &argument)
     if (type != VelNetTask::UserBusy || !m_busy.takeFailure(argument))
         return;
     m_widget->stop();
+    showBusyThen();
     m_widget->showStatus(i18n("The busy times could not be fetched."));
 }
 
@@ -226,11 +265,32 @@ bool VelFindTimeDialog::isWaiting(QDate day) const
 
 void VelFindTimeDialog::slotPersonListChanged()
 {
-    m_shown = m_personList->getSelected();
+    m_shown = {yourself()};
+    const VelAccountList selected = m_personList->getSelected();
+    std::copy_if(selected.begin(), selected.end(), std::back_inserter(m_shown),
+                 [this](const VelAccount &account) { return account.id != m_own.owner(); });
     m_columns.clear();
     for (int column = 0; column < getVisibleCount(); ++column)
         m_columns[m_shown.at(column).id] = column;
     m_dayView->updateView();
+}
+
+/**
+ * In a colleague's calendar the appointment is the colleague's, and so is the time. Without a number on the server it is
+ * 0, which nobody else has a column for.
+ */
+VelAccount VelFindTimeDialog::yourself() const
+{
+    const quint32 user = m_app.document()->getUserId();
+    const quint32 own = m_app.settings()->origUserid;
+    const bool isOther = user != 0 && own != 0 && user != own;
+    const QString name = isOther ? m_app.getAccountName(user) : i18nc("the user of the program", "Yourself");
+    return {name.isEmpty() ? i18n("Owner of the calendar") : name, {}, user != 0 ? user : own};
+}
+
+QString VelFindTimeDialog::getColumnName(int column) const
+{
+    return WShownText::cut(m_shown.value(column).name);
 }
 
 int VelFindTimeDialog::getColumn(quint32 account) const
@@ -243,6 +303,29 @@ void VelFindTimeDialog::slotPropDateChanged()
 {
     m_dayView->setSelection(VelDateTime::fromQDateTime(m_widget->getStart()),
                             VelDateTime::fromQDateTime(m_widget->getEnd()), false, true);
+    showBusyThen();
+}
+
+void VelFindTimeDialog::showBusyThen()
+{
+    const VelDateTime start = VelDateTime::fromQDateTime(m_widget->getStart());
+    const VelDateTime end = VelDateTime::fromQDateTime(m_widget->getEnd());
+    if (!start.isValid() || !end.isValid() || start.date().daysTo(end.date()) > VelFreeTimeSearch::LastDay) {
+        m_widget->showBusy({});
+        return;
+    }
+    VelAccountList accounts{yourself()};
+    accounts += m_busy.accounts();
+    std::set<quint32> busy;
+    bool isKnown = true;
+    for (QDate day = start.date(); day <= end.date(); day = day.addDays(1)) {
+        isKnown = isKnown && m_busy.isAnswered(day);
+        for (const VelEntryRef &ref : getKnownEntries(day)) {
+            if (VelEntry::overlap(start, end, ref.getStart(), ref.getEnd()))
+                busy.insert(ref.getOriginal()->user);
+        }
+    }
+    m_widget->showBusy(busyText(accounts, busy, isKnown));
 }
 
 void VelFindTimeDialog::slotOk()

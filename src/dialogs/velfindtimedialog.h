@@ -5,12 +5,14 @@
 
 #include "dialogs/velbusytimes.h"
 #include "dialogs/velfreetimesearch.h"
+#include "dialogs/velownbusytimes.h"
 
 #include <KConfigGroup>
 
 #include <QDialog>
 
 #include <map>
+#include <set>
 
 class QSplitter;
 class QTimer;
@@ -25,8 +27,9 @@ class VelFindTimeWidget;
  * The meeting planner: shows week by week when those invited are busy, each in a column of their own, and finds the next
  * time at which all are free.
  *
- * What everybody does is fetched from the server as it is needed: at once for a search, and for the user when the days
- * shown have stood still for a moment. Boxes choose who has a column; the search goes by all.
+ * The first column is that of the owner of the calendar, whose own entries tell when they are busy. What the others do is
+ * fetched from the server as it is needed: at once for a search, and for the user when the days shown have stood still
+ * for a moment. Boxes choose who of them has a column; the search goes by all.
  */
 class VelFindTimeDialog : public QDialog, private VelFreeTimeSearch::Source
 {
@@ -61,7 +64,7 @@ public:
     [[nodiscard]] int getColumn(quint32 account) const;
     [[nodiscard]] int getVisibleCount() const { return static_cast<int>(m_shown.size()); }
     /** The name of the account that has that column. */
-    [[nodiscard]] QString getColumnName(int column) const { return m_shown.value(column).name; }
+    [[nodiscard]] QString getColumnName(int column) const;
 
 public Q_SLOTS:
     void slotOk();
@@ -97,12 +100,15 @@ private:
     void slotFailed(int type, const QString &argument);
     void slotPersonListChanged();
     void slotPropDateChanged();
+    [[nodiscard]] VelAccount yourself() const;
     void showFetching();
+    void showBusyThen();
 
     VelApp &m_app;
     VelEntry m_entry;
     KConfigGroup m_options;
-    VelBusyTimes m_busy;
+    VelBusyTimes m_busy; // of those invited
+    VelOwnBusyTimes m_own;
     VelAccountList m_shown; // those that have columns, in their order
     std::map<quint32, int> m_columns; // account to column
     bool m_wasShown = false;

@@ -58,6 +58,7 @@ VelFindTimeWidget::VelFindTimeWidget(VelFreeTimeSearch::Source &source, const Ve
     , m_proposedStart(new WDateTimeWidget(Kind::DateTime, this))
     , m_proposedEnd(new WDateTimeWidget(Kind::DateTime, this))
     , m_status(new QLabel(this))
+    , m_busy(new QLabel(this))
 {
     makeInputs();
     makeLayout();
@@ -84,6 +85,9 @@ void VelFindTimeWidget::makeInputs()
     m_status->setAlignment(Qt::AlignCenter);
     m_status->setWordWrap(true);
     m_status->setObjectName(QStringLiteral("status"));
+    m_busy->setTextFormat(Qt::PlainText);
+    m_busy->setWordWrap(true);
+    m_busy->setObjectName(QStringLiteral("busy"));
 }
 
 void VelFindTimeWidget::makeLayout()
@@ -116,6 +120,7 @@ void VelFindTimeWidget::makeLayout()
     layout->addWidget(m_proposedStart, 4, 2, 1, 2);
     layout->addWidget(labelOf(m_proposedEnd, i18n(" Ends at")), 5, 0, 1, 2);
     layout->addWidget(m_proposedEnd, 5, 2, 1, 2);
+    layout->addWidget(m_busy, 6, 0, 1, 4);
     layout->setColumnStretch(1, 1);
     layout->setColumnStretch(3, 1);
 }
@@ -254,6 +259,11 @@ void VelFindTimeWidget::showStatus(const QString &text)
         return;
     QAccessibleEvent event(m_status, QAccessible::Alert);
     QAccessible::updateAccessibility(&event);
+}
+
+void VelFindTimeWidget::showBusy(const QString &text)
+{
+    m_busy->setText(text);
 }
 
 /** Return takes what was typed; it would else press the default button and close the planner. */

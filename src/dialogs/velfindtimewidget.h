@@ -35,6 +35,8 @@ public:
     void stop();
     /** Says what goes on; empty when there is nothing to say. */
     void showStatus(const QString &text);
+    /** Says under the proposal who is busy then. */
+    void showBusy(const QString &text);
 
     /**
      * Takes what is being typed, before somebody acts on it. What cannot be read gets the focus, and a sentence for the
@@ -77,5 +79,6 @@ private:
     WDateTimeWidget *m_proposedStart;
     WDateTimeWidget *m_proposedEnd;
     QLabel *m_status;
+    QLabel *m_busy; ///< who is, when the proposed appointment takes place
     bool m_isFocusTaken = false; // from the button, by the search
 };

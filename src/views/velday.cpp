@@ -77,6 +77,11 @@ void VelDay::layOut()
     update();
 }
 
+QString VelDay::busyName(const VelEntry &entry) const
+{
+    return m_source.getColumnName(m_source.getColumn(entry.user));
+}
+
 /** The rectangle that the mouse can hit: not below the least size, inside the column, mirrored where reading is. */
 QRect VelDay::placed(QRect rect) const
 {

@@ -57,6 +57,7 @@ public:
 
 protected:
     void layOut() override;
+    [[nodiscard]] QString busyName(const VelEntry &entry) const override;
     void paintEvent(QPaintEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;

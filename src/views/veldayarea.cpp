@@ -7,6 +7,7 @@
 #include "views/veldayview.h"
 #include "views/velentrytext.h"
 #include "widgets/wpopupmenu.h"
+#include "widgets/wshowntext.h"
 
 #include <KLocalizedString>
 
@@ -89,7 +90,10 @@ void VelDayArea::paintEntries(QPainter &painter, const QRect &exposed, int visib
     const int selected = selectedIndex();
     painter.setFont(m_style.font);
     for (int i = 0; i < entryCount(); ++i) {
-        if (i != selected && entry(i).rect().intersects(exposed)) // an invalid one never does
+        // What the next one covers whole need not be painted: thousands may be crowded into one place.
+        const bool isCovered =
+            i + 1 < entryCount() && i + 1 != selected && entry(i + 1).rect() == entry(i).rect();
+        if (i != selected && !isCovered && entry(i).rect().intersects(exposed)) // an invalid one never does
             entry(i).paint(painter, m_style, false, visibleTop);
     }
     // On top, so that a crowded entry can be seen whole once it is chosen.
@@ -109,12 +113,18 @@ bool VelDayArea::event(QEvent *event)
         return true;
     }
     const VelEntryRef &shown = entry(index).entry();
-    const QString owner = VelApp::getApp(m_view)->getAccountName(shown.getOriginal()->user);
+    const VelEntry &original = *shown.getOriginal();
     // Of others only that they are busy is to be seen.
-    const QString text =
-        entry(index).isEditable() ? VelEntryText::toolTip(shown, m_date, owner) : owner.toHtmlEscaped();
+    const QString text = entry(index).isEditable()
+        ? VelEntryText::toolTip(shown, m_date, VelApp::getApp(m_view)->getAccountName(original.user))
+        : WShownText::plain(WShownText::cut(busyName(original)));
     QToolTip::showText(help->globalPos(), text, this, entry(index).rect());
     return true;
+}
+
+QString VelDayArea::busyName(const VelEntry &entry) const
+{
+    return VelApp::getApp(m_view)->getAccountName(entry.user);
 }
 
 QString VelDayArea::accessibleText() const
@@ -128,8 +138,7 @@ VelAccessibleItem VelDayArea::accessibleItem(int index) const
     const VelDayEntry &item = entry(index);
     const QString name = item.isEditable()
         ? VelEntryText::describe(item.entry(), m_date)
-        : i18nc("a person, then from when to when", "%1 is busy, %2",
-                VelApp::getApp(m_view)->getAccountName(item.entry().getOriginal()->user),
+        : i18nc("a person, then from when to when", "%1 is busy, %2", busyName(*item.entry().getOriginal()),
                 VelEntryText::times(item.entry(), m_date));
     return {name, item.rect(), QAccessible::ListItem, m_view->isSelectedEntry(item.entry())};
 }

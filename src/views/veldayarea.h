@@ -57,6 +57,8 @@ protected:
 
     /** Gives each entry its place. */
     virtual void layOut() = 0;
+    /** The name of whoever is busy with what is not editable. */
+    [[nodiscard]] virtual QString busyName(const VelEntry &entry) const;
     /** Selects the entry that was pressed; true when its menu was opened with that. */
     bool selectPressed(int index, const QMouseEvent *event);
     void paintEntries(QPainter &painter, const QRect &exposed, int visibleTop) const;

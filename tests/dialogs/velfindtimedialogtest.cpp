@@ -28,6 +28,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <functional>
+
 using namespace TestCalendar;
 
 namespace
@@ -124,6 +126,7 @@ private Q_SLOTS:
     void weeksAroundNewYearShouldBeTwo();
     void longAndShortEntriesShouldComeInTheirOrder();
     void busyTimesShouldStandInColumns();
+    void ownTimesShouldStandFirstAndCountOnce();
     void searchShouldGoOverTwoWeeks();
     void failureShouldEndTheWait();
     void lateAnswersToOthersShouldBeDropped();
@@ -220,9 +223,9 @@ void VelFindTimeDialogTest::busyTimesShouldStandInColumns()
     QVERIFY(window.dialog.getEntries(today()).empty());
     QCOMPARE(window.dialog.getEntries({}).size(), 2U);
     QCOMPARE(window.dialog.getEntries(march(10).date()).size(), 1U);
-    QCOMPARE(window.dialog.getColumn(5), 2);
-    QCOMPARE(window.dialog.getColumn(0), -1);
-    QCOMPARE(window.view()->findChild<VelDayNames *>()->accessibleItem(1).name, QStringLiteral("Bob"));
+    QCOMPARE(window.dialog.getColumn(5), 3); // behind the user, Ann and Bob
+    QCOMPARE(window.dialog.getColumn(8), -1);
+    QCOMPARE(window.view()->findChild<VelDayNames *>()->accessibleItem(2).name, QStringLiteral("Bob"));
     QCOMPARE(window.view()->dayOf(march(10).date())->entryCount(), 1);
 
     auto *list = window.dialog.findChild<VelFindTimePersonList *>();
@@ -232,8 +235,8 @@ void VelFindTimeDialogTest::busyTimesShouldStandInColumns()
     QTest::keyClick(list, Qt::Key_Return);
     QVERIFY(window.dialog.isVisible());
     list->topLevelItem(2)->child(0)->setCheckState(0, Qt::Unchecked);
-    QCOMPARE(window.dialog.getVisibleCount(), 1);
-    QVERIFY(window.dialog.getColumn(4) == 0 && window.dialog.getColumn(5) == -1);
+    QCOMPARE(window.dialog.getVisibleCount(), 2);
+    QVERIFY(window.dialog.getColumn(4) == 1 && window.dialog.getColumn(5) == -1);
     QCOMPARE(window.view()->dayOf(march(10).date())->entryCount(), 0);
 
     QCOMPARE(window.view()->numDays(), 5);
@@ -243,6 +246,66 @@ void VelFindTimeDialogTest::busyTimesShouldStandInColumns()
     QVERIFY(!window.view()->findChild<VelQuickEntry *>() && window.dialog.isVisible());
     QTest::keyClick(window.view(), Qt::Key_Escape);
     QVERIFY(!window.dialog.isVisible());
+}
+
+void VelFindTimeDialogTest::ownTimesShouldStandFirstAndCountOnce()
+{
+    Window window;
+    VelDoc &doc = window.app.doc;
+    doc.setUserId(4); // Bob
+    const VelAccountList declined = [] {
+        VelAccountList list{person("Bob", 4)};
+        list.first().status = VelAccount::Declined;
+        return list;
+    }();
+    const struct {
+        int hour;
+        std::function<void(VelEntry &)> change;
+    } rows[] = {{9, [](VelEntry &entry) { entry.rule = dailyRule(1, 5); }},
+                {11, [](VelEntry &entry) { entry.globalid = 20; }},
+                {12, [](VelEntry &entry) { entry.display = VelEntry::Free; }},
+                {13, [&](VelEntry &entry) { entry.accounts = declined; }},
+                {14, [](VelEntry &entry) { entry.setEnd(entry.getStart()); }},
+                {15, [](VelEntry &entry) { entry.type = VelEntry::Todo; }},
+                {16, [](VelEntry &entry) { entry.type = VelEntry::Deleted; }},
+                {17, [](VelEntry &entry) {
+                     entry.setStart(march(4, 17));
+                     entry.setEnd(march(4, 18));
+                     entry.notime = true;
+                 }}};
+    for (const auto &[hour, change] : rows) {
+        VelEntry entry = makeEvent({}, march(2, hour), march(2, hour + 1));
+        change(entry);
+        add(doc, entry);
+    }
+    VelEntry planned = Window::planned();
+    planned.localid = addEvent(doc, {}, march(2, 10), march(2, 12))->localid;
+    window.dialog.setAccounts({person("Ann", 3), person("Bob", 4)});
+    window.dialog.setEntry(planned);
+    window.nextBody(); // to others
+    window.answer({2}, 4, 11, 12, 20); // what the calendar knows itself
+    const auto hoursOn = [&window](int day) {
+        QVector<int> hours;
+        for (const VelEntryRef &ref : window.dialog.getEntries(march(day).date()))
+            hours.append(ref.getStart().time().hour());
+        return hours;
+    };
+    QCOMPARE(hoursOn(2), (QVector<int>{9, 11}));
+    QCOMPARE(hoursOn(3), QVector<int>{9});
+    QCOMPARE(hoursOn(4), (QVector<int>{0, 9}));
+    QVERIFY(window.dialog.getVisibleCount() == 2 && window.dialog.getColumn(4) == 0);
+    QCOMPARE(window.dialog.getColumnName(0), QStringLiteral("Yourself"));
+    const auto *busy = window.dialog.findChild<QLabel *>(QStringLiteral("busy"));
+    QCOMPARE(busy->text(), QStringLiteral("Busy then: Yourself."));
+    window.findButton()->click();
+    QCOMPARE(window.proposal(), march(2, 12).toQDateTime());
+    QCOMPARE(busy->text(), QStringLiteral("Nobody is known to be busy then."));
+    window.findButton()->click();
+    window.findButton()->click();
+    QCOMPARE(window.proposal(), march(3, 10).toQDateTime());
+    window.app.fakeSettings.origUserid = 3; // the calendar is a colleague's
+    window.dialog.setAccounts({person("Ann", 3)});
+    QCOMPARE(window.dialog.getColumnName(0), QStringLiteral("Owner of the calendar"));
 }
 
 void VelFindTimeDialogTest::searchShouldGoOverTwoWeeks()
@@ -385,7 +448,7 @@ void VelFindTimeDialogTest::editorShouldKeepItsPlanner()
     Editor editor(app, book, entry, true, {});
     auto *page = editor.findChild<VelPeoplePage *>();
     Q_EMIT page->plannerWanted();
-    QVERIFY(editor.planner && editor.planner->getVisibleCount() == 1);
+    QVERIFY(editor.planner && editor.planner->getVisibleCount() == 2);
     QCOMPARE(editor.planner->findChild<QSpinBox *>()->value(), 2); // days
     const QList<WDateTimeWidget *> inputs = editor.planner->findChildren<WDateTimeWidget *>();
     inputs.at(3)->setDateTime(march(5, 8).toQDateTime());
