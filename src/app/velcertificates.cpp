@@ -52,6 +52,8 @@ VelTrust::Verdict VelCertificates::unknownCertificate(const QString &host, int p
                                   .simplified()
                                   .left(MostName),
                               QLocale().toString(certificate.expiryDate().date(), QLocale::ShortFormat));
+    // Not only at a wish of the user's is the server asked, and then it takes its time.
+    const VelMessages::Unasked unasked(m_messages);
     const VelMessages::Answer answer = m_messages.questionYesNo(
         text, i18n("Unknown server"), i18n("Trust the server"), i18n("Do not connect"));
     return answer == VelMessages::Answer::Yes ? Verdict::Accept : Verdict::Refuse;

@@ -4,6 +4,7 @@
 #include "app/veldesktopalerts.h"
 
 #include "model/compat.h"
+#include "widgets/wraised.h"
 #include "widgets/wshowntext.h"
 
 #include <KLocalizedString>
@@ -59,7 +60,9 @@ void VelDesktopAlerts::showReminder(const VelReminderNotice &notice, const Answe
         closeNotification();
         answered({static_cast<VelReminderDialog::Result>(result), dialog->getSnoozeTime()});
     });
-    dialog->open();
+    auto *raised = new WRaised(dialog);
+    raised->passModal();
+    dialog->show();
     QApplication::alert(dialog);
     showNotification(notice);
 }

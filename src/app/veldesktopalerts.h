@@ -12,7 +12,7 @@ class KNotification;
 
 /**
  * Alerts through the desktop: a dialog of @p window with a notification beside it, which offers the same, so that one
- * can answer while the window is out of sight. The dialog blocks its own window only.
+ * can answer while the window is out of sight. The dialog blocks nothing and leaves the keyboard where it is.
  */
 class VelDesktopAlerts : public VelAlertSurface
 {

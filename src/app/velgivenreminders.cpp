@@ -5,6 +5,8 @@
 
 #include "document/veldoc.h"
 
+#include <algorithm>
+
 namespace
 {
 /** By its file, or else by whose it is. */

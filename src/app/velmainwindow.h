@@ -240,7 +240,8 @@ private:
     [[nodiscard]] bool isRemote() const;
     [[nodiscard]] std::optional<int> askAbout(const VelMerge::Question &question);
     [[nodiscard]] std::optional<int> runEntryInfo(const VelEntry &entry, VelAnswer::Mode mode,
-                                                  const QString &text, bool mayAnswer, int others = 0);
+                                                  const QString &text, bool mayAnswer, bool isUnasked = false,
+                                                  int others = 0);
     bool applyAnswer(quint32 localid, int answer);
     [[nodiscard]] QDate dayOfNew() const;
     [[nodiscard]] bool isStored(const VelEntry &entry) const;

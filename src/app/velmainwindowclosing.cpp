@@ -230,6 +230,7 @@ void VelMainWindow::slotDenied(bool quiet)
     m_network->stop();
     // An editor would go with the window, and what was typed there.
     m_isDenied = isRemote();
+    const VelMessages::Unasked unasked(*m_messages);
     if (m_isDenied && m_lockHolders == 0)
         closeDenied();
     else if (!m_isDenied && !quiet)
@@ -240,6 +241,7 @@ void VelMainWindow::closeDenied()
 {
     const QPointer<VelMainWindow> self(this);
     // Nobody may have been at the screen when it was refused, and a window that is gone explains nothing.
+    const VelMessages::Unasked unasked(*m_messages);
     if (!m_unsent->hasAny()) {
         m_messages->information(
             m_isUnfilled ? i18n("The server does not let you see this calendar. It is closed now.")

@@ -18,7 +18,7 @@
 
 #include <KLocalizedString>
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QLabel>
 #include <QPointer>
 #include <QStatusBar>
@@ -82,10 +82,12 @@ void VelMainWindow::noteSynchronized(const VelMerge::Report &report)
         m_doc->saveQuietly();
 }
 
-/** What an answer of the server would change under somebody's hands. */
+/** What an answer of the server would change under somebody's hands, or cover with what it asks. */
 bool VelMainWindow::isInUse() const
 {
-    return m_lockHolders > 0 || m_view->hasInput() || m_doc->isInStep();
+    const QWidget *modal = QApplication::activeModalWidget();
+    const bool isInAnother = modal && getApp(modal) != this;
+    return m_lockHolders > 0 || m_view->hasInput() || m_doc->isInStep() || isInAnother;
 }
 
 void VelMainWindow::connectNetwork()
@@ -245,7 +247,7 @@ std::optional<int> VelMainWindow::askAbout(const VelMerge::Question &question)
 {
     if (m_ask)
         return m_ask(question);
-    return runEntryInfo(question.entry, question.mode(), question.text(), m_doc->isWritable(),
+    return runEntryInfo(question.entry, question.mode(), question.text(), m_doc->isWritable(), true,
                         question.others);
 }
 
@@ -274,15 +276,18 @@ void VelMainWindow::saveByItself()
     m_isSavingByItself = true;
     const QPointer<VelMainWindow> self(this);
     // A failure is told once in a box and from then on in the status bar, until a save succeeds.
-    if (!m_autoSaveFailed && !m_doc->hasDeclinedOverwrite())
+    // An editor that is being typed in is left in peace: what it could not save it asks about the next time.
+    const bool hadFailed = m_autoSaveFailed;
+    const bool mayAsk = !hadFailed && !m_doc->hasDeclinedOverwrite() && !isInUse();
+    const VelMessages::Unasked unasked(*m_messages);
+    if (mayAsk)
         m_doc->saveDocument(m_doc->URL(), true);
     else
         m_doc->saveQuietly();
     if (!self)
         return;
     m_isSavingByItself = false;
-    const bool hadFailed = m_autoSaveFailed;
-    m_autoSaveFailed = m_doc->isModified();
+    m_autoSaveFailed = m_doc->isModified() && (mayAsk || hadFailed);
     if (m_autoSaveFailed || hadFailed)
         slotStatusMsg(idleText());
 }

@@ -17,6 +17,7 @@
 #include "hub/velprintout.h"
 #include "model/velnettask.h"
 #include "views/velmainview.h"
+#include "widgets/wraised.h"
 
 #include <KEditToolBar>
 #include <KLocalizedString>
@@ -210,7 +211,8 @@ bool VelMainWindow::applyAnswer(quint32 localid, int answer)
 
 /** The answer, Unanswered for none; nothing when the viewer was closed without one. */
 std::optional<int> VelMainWindow::runEntryInfo(const VelEntry &entry, VelAnswer::Mode mode,
-                                               const QString &text, bool mayAnswer, int others)
+                                               const QString &text, bool mayAnswer, bool isUnasked,
+                                               int others)
 {
     delete m_entryInfo;
     auto *info = new VelEntryInfo(entry, this, mode, text, mayAnswer);
@@ -218,7 +220,8 @@ std::optional<int> VelMainWindow::runEntryInfo(const VelEntry &entry, VelAnswer:
     info->offerLater(others);
     connect(m_doc, &VelDoc::contentsReplaced, info, &QDialog::reject);
     const QPointer<VelEntryInfo> shown(info);
-    const bool isAccepted = shown->exec() == QDialog::Accepted && shown;
+    const int result = isUnasked ? (new WRaised(info))->run() : info->exec();
+    const bool isAccepted = result == QDialog::Accepted && shown;
     const bool hasAnswer = isAccepted || (shown && shown->getAnswer() == VelAnswer::AllLater);
     const std::optional<int> answer = hasAnswer ? std::optional(shown->getAnswer()) : std::nullopt;
     delete shown.data();
@@ -229,7 +232,8 @@ int VelMainWindow::showEntryInfo(const VelEntry &entry, VelAnswer::Mode mode, co
 {
     const quint32 localid = isStored(entry) ? m_doc->getOriginalEntry(&entry)->localid : 0;
     const QPointer<VelMainWindow> self(this);
-    const int answer = runEntryInfo(entry, mode, text, m_doc->isWritable()).value_or(VelAccount::Unanswered);
+    const int answer =
+        runEntryInfo(entry, mode, text, m_doc->isWritable()).value_or(VelAccount::Unanswered);
     if (!self)
         return VelAccount::Unanswered;
     // A synchronisation that runs meanwhile does not know of the answer; the next one sends it.

@@ -273,6 +273,8 @@ void VelNetwork::changePassword(const QString &digest)
 
 void VelNetwork::tellFailure(const QString &message, bool quiet)
 {
+    // By then the user may have turned to something else.
+    const VelMessages::Unasked unasked(m_context.messages);
     if (!quiet)
         m_context.messages.error(message);
 }

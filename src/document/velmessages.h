@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -16,6 +17,27 @@ class VelMessages
 {
 public:
     enum class Answer { Yes, No, Cancel };
+
+    /**
+     * As long as one lives, what is told and asked comes by itself, while the user may be typing. Then error() and
+     * information() return at once, and what they tell stays until it is read, also after the window has gone. It may
+     * outlive the messages.
+     */
+    class Unasked
+    {
+    public:
+        explicit Unasked(const VelMessages &messages)
+            : m_count(messages.m_unasked)
+        {
+            ++*m_count;
+        }
+        ~Unasked() { --*m_count; }
+        Unasked(const Unasked &) = delete;
+        Unasked &operator=(const Unasked &) = delete;
+
+    private:
+        std::shared_ptr<int> m_count;
+    };
 
     virtual ~VelMessages() = default;
 
@@ -38,4 +60,10 @@ public:
      */
     virtual std::optional<int> choose(const QString &text, const QString &caption,
                                       const std::vector<Choice> &choices, int usual) = 0;
+
+protected:
+    [[nodiscard]] bool isUnasked() const { return *m_unasked > 0; }
+
+private:
+    std::shared_ptr<int> m_unasked = std::make_shared<int>(0);
 };

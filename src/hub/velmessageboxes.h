@@ -5,9 +5,12 @@
 
 #include "document/velmessages.h"
 
-class QWidget;
+#include <QMessageBox>
 
-/** Questions and errors as modal message boxes over a window. */
+/**
+ * Questions and errors as modal message boxes over a window. Those that come by themselves leave the keyboard where it
+ * is, and block nothing unless they ask.
+ */
 class VelMessageBoxes : public VelMessages
 {
 public:
@@ -24,5 +27,9 @@ public:
                               int usual) override;
 
 private:
+    void raiseText(QMessageBox::Icon icon, const QString &text, const QString &caption);
+    /** Where in @p buttons the one is that was chosen; the last changes nothing. */
+    [[nodiscard]] int raiseQuestion(const QString &text, const QString &caption, const QStringList &buttons);
+
     QWidget *m_parent;
 };

@@ -5,6 +5,7 @@
 #include "app/veldesktopalerts.h"
 #include "document/testdoc.h"
 #include "support/fakealerts.h"
+#include "widgets/wraised.h"
 
 #include <KConfig>
 
@@ -13,6 +14,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWindow>
 
 using namespace TestCalendar;
 using D = VelReminderDialog;
@@ -56,6 +58,7 @@ private Q_SLOTS:
     void readOnlyCalendarShouldRingOnce();
     void programShouldStartWithoutAShell();
     void dialogShouldAnswerOnce();
+    void dialogShouldTakeNoKeysMeantForOthers();
 };
 
 void VelAlarmTest::alertsShouldBeTheWantedOnes_data()
@@ -193,6 +196,40 @@ void VelAlarmTest::dialogShouldAnswerOnce()
     QCOMPARE(answers, std::vector<int>{D::DismissAll});
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!window.findChild<VelReminderDialog *>());
+}
+
+void VelAlarmTest::dialogShouldTakeNoKeysMeantForOthers()
+{
+    QWidget window;
+    QDialog editor(&window);
+    editor.setModal(true);
+    editor.show();
+    std::vector<int> answers;
+    VelDesktopAlerts alerts(&window);
+    alerts.showReminder({makeEvent({}, march(2, 10), march(2, 11)), march(2, 9), 1, QTime(9, 0)},
+                        [&answers](const VelReminderAnswer &answer) { answers.push_back(answer.result); });
+    QPointer<VelReminderDialog> dialog = window.findChild<VelReminderDialog *>();
+    auto *raised = dialog->findChild<WRaised *>();
+    QVERIFY(!dialog->isModal() && dialog->testAttribute(Qt::WA_ShowWithoutActivating));
+    QCOMPARE(dialog->windowHandle()->transientParent(), editor.windowHandle()); // which does not block it
+    QCoreApplication::processEvents();
+    const auto press = [&dialog](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(dialog->focusWidget(), key, modifiers);
+    };
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space, Qt::Key_Escape, Qt::Key_Tab})
+        press(key);
+    press(Qt::Key_A, Qt::AltModifier);
+    QVERIFY(raised->isDeaf() && answers.empty());
+    raised->listen();
+    press(Qt::Key_Space);
+    QVERIFY(answers.empty());
+    QEvent activation(QEvent::WindowActivate);
+    QCoreApplication::sendEvent(dialog, &activation);
+    press(Qt::Key_Return);
+    QVERIFY(raised->isDeaf() && answers.empty());
+    raised->listen();
+    press(Qt::Key_Return);
+    QCOMPARE(answers, std::vector<int>{D::Ok});
 }
 
 QTEST_MAIN(VelAlarmTest)

@@ -605,9 +605,13 @@ void VelMainWindowTest::autoSaveShouldNotAskTwiceAboutAForeignChange()
     session.doc().slotUpdateAllViews(nullptr);
     const QByteArray foreign = fileBytes(path).replace("</calendar>", "<!-- mine --></calendar>");
     QVERIFY(writeBytes(path, foreign));
+    session.window->setEditLock(true); // an editor is open, which no box is to come over
+    session.window->slotAutoSave();
+    QCOMPARE(session.messages->count(), 0);
+    session.window->setEditLock(false);
     session.messages->orderAnswer(Answer::No);
     session.window->slotAutoSave();
-    QCOMPARE(session.messages->count(), 1);
+    QVERIFY(session.messages->count() == 1 && session.messages->last().isUnasked);
     session.window->slotAutoSave();
     QCOMPARE(session.messages->count(), 1);
     QCOMPARE(fileBytes(path), foreign);

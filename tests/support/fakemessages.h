@@ -26,6 +26,7 @@ public:
         QString caption;
         QString yes; ///< the button's text; empty for the usual one
         QString no;
+        bool isUnasked = false; ///< it came by itself
     };
 
     /** Answers the next question that is not yet answered by an earlier order. */
@@ -33,24 +34,27 @@ public:
     /** The same for choices, of which those nobody ordered are left without one. */
     void orderChoice(int choice) { m_choices.push_back(choice); }
 
-    void error(const QString &text) override { m_messages.push_back({Kind::Error, text, {}, {}, {}}); }
+    void error(const QString &text) override
+    {
+        m_messages.push_back({Kind::Error, text, {}, {}, {}, isUnasked()});
+    }
 
     void information(const QString &text, const QString &caption = {}) override
     {
-        m_messages.push_back({Kind::Information, text, caption, {}, {}});
+        m_messages.push_back({Kind::Information, text, caption, {}, {}, isUnasked()});
     }
 
     Answer questionYesNo(const QString &text, const QString &caption, const QString &yes = {},
                          const QString &no = {}) override
     {
-        m_messages.push_back({Kind::YesNo, text, caption, yes, no});
+        m_messages.push_back({Kind::YesNo, text, caption, yes, no, isUnasked()});
         return takeAnswer(Answer::No);
     }
 
     Answer warningYesNoCancel(const QString &text, const QString &caption, const QString &yes = {},
                               const QString &no = {}) override
     {
-        m_messages.push_back({Kind::YesNoCancel, text, caption, yes, no});
+        m_messages.push_back({Kind::YesNoCancel, text, caption, yes, no, isUnasked()});
         return takeAnswer(Answer::Cancel);
     }
 
