@@ -21,7 +21,10 @@ public:
     {
         return Answer::Yes;
     }
-    Answer warningYesNoCancel(const QString &, const QString &) override { return Answer::Yes; }
+    Answer warningYesNoCancel(const QString &, const QString &, const QString &, const QString &) override
+    {
+        return Answer::Yes;
+    }
     std::optional<int> choose(const QString &, const QString &, const std::vector<Choice> &, int) override
     {
         return std::nullopt;

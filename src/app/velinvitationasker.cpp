@@ -39,14 +39,15 @@ void VelInvitationAsker::take(const VelMerge::Report &report, bool isAskedFor)
     updateCount();
     const bool isFirst = std::exchange(m_isFirst, false);
     if (isAskedFor || isFirst)
-        askSoon();
+        askSoon(false);
 }
 
-void VelInvitationAsker::askSoon()
+void VelInvitationAsker::askSoon(bool isOpened)
 {
     if (count() == 0 || m_isAsking)
         return;
     m_isAsking = true;
+    m_isOpened = isOpened;
     QTimer::singleShot(0, this, &VelInvitationAsker::ask);
 }
 
@@ -72,7 +73,7 @@ bool VelInvitationAsker::askOne(quint32 globalid, int others)
         return true; // it has been answered, or has gone, meanwhile
     question->others = others;
     const QPointer<VelInvitationAsker> self(this);
-    const std::optional<int> answer = m_ask(*question);
+    const std::optional<int> answer = m_ask(*question, m_isOpened);
     if (!self || answer == VelAnswer::AllLater)
         return false;
     const bool hasChanged = answer && m_open.answer(m_doc, globalid, *answer);

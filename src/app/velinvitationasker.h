@@ -17,8 +17,11 @@ class VelInvitationAsker : public QObject
 {
     Q_OBJECT
 public:
-    /** Shows one. May run an event loop. The answer, VelAnswer::AllLater, or none when it was put off. */
-    using Ask = std::function<std::optional<int>(const VelMerge::Question &)>;
+    /**
+     * Shows one, which comes by itself unless the user has just opened it. May run an event loop. The answer,
+     * VelAnswer::AllLater, or none when it was put off.
+     */
+    using Ask = std::function<std::optional<int>(const VelMerge::Question &, bool isOpened)>;
 
     /** Keeps a reference to @p doc. */
     VelInvitationAsker(VelDoc &doc, Ask ask);
@@ -28,8 +31,8 @@ public:
     [[nodiscard]] bool isAsking() const { return m_isAsking; }
     /** After a merge. When the user asked for it, or it is the calendar's first here, asks as soon as the caller is done. */
     void take(const VelMerge::Report &report, bool isAskedFor);
-    /** Soon, so that what runs has its end first. */
-    void askSoon();
+    /** What waits, by the wish of whoever is at the screen. Soon, so that what runs has its end first. */
+    void open() { askSoon(true); }
 
 Q_SIGNALS:
     void countChanged(int count);
@@ -37,6 +40,7 @@ Q_SIGNALS:
     void answered();
 
 private:
+    void askSoon(bool isOpened);
     void ask();
     bool askOne(quint32 globalid, int others);
     void forget();
@@ -48,4 +52,5 @@ private:
     int m_toldCount = 0;
     bool m_isFirst = true; // no answer has come for this calendar
     bool m_isAsking = false;
+    bool m_isOpened = false; // by the user, this time
 };

@@ -159,8 +159,7 @@ void VelMainWindow::initDocument()
         [this](const QString &text) { slotStatusMsg(text); }, [this] { return isEditLocked(); },
         [this] { return mayReplaceCalendar(); }, [this](const QUrl &url) { return showElsewhere(url); },
         [this](bool locked) { setEditLock(locked); },
-        [this](const QString &text) { return makeProgress(text); },
-        [this] { return proposeFile(); },
+        [this](const QString &text) { return makeProgress(text); }, [this] { return proposeFile(); },
         [this](const VelArchiveChoice &usual) { return chooseArchive(usual); }});
     updateCaption();
 }

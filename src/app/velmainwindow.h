@@ -238,7 +238,7 @@ private:
     void shareAccount();
     void addRecentFile(const QUrl &url);
     [[nodiscard]] bool isRemote() const;
-    [[nodiscard]] std::optional<int> askAbout(const VelMerge::Question &question);
+    [[nodiscard]] std::optional<int> askAbout(const VelMerge::Question &question, bool isUnasked);
     [[nodiscard]] std::optional<int> runEntryInfo(const VelEntry &entry, VelAnswer::Mode mode,
                                                   const QString &text, bool mayAnswer, bool isUnasked = false,
                                                   int others = 0);

@@ -23,9 +23,9 @@ constexpr int NoticeTime = 8000; // milliseconds
 void VelMainWindow::initInvitations()
 {
     m_invitations = std::make_unique<VelInvitationAsker>(
-        *m_doc, [this](const VelMerge::Question &question) -> std::optional<int> {
+        *m_doc, [this](const VelMerge::Question &question, bool isOpened) -> std::optional<int> {
             // A window that is about to go does not keep its user.
-            return m_closing.isWaiting() ? VelAnswer::AllLater : askAbout(question);
+            return m_closing.isWaiting() ? VelAnswer::AllLater : askAbout(question, !isOpened);
         });
     connect(m_invitations.get(), &VelInvitationAsker::countChanged, this,
             &VelMainWindow::showOpenInvitations);
@@ -53,7 +53,7 @@ void VelMainWindow::showOpenInvitations(int count)
 
 void VelMainWindow::slotAnswerInvitations()
 {
-    m_invitations->askSoon();
+    m_invitations->open();
 }
 
 /** What is another in the calendar without the user having changed it: seen at once, and safe. */

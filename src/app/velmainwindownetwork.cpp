@@ -32,20 +32,20 @@ constexpr int PathNoticeTime = 60000; // the same, to be read to the end and per
 void VelMainWindow::initNetwork()
 {
     m_trust = std::make_unique<VelCertificates>(*m_messages);
-    m_network = std::make_unique<VelNetwork>(
-        VelNetwork::Context{*m_doc, m_settings, *m_messages, *m_trust, [this] { return isInUse(); },
-                            [this] { updateEditActions(); },
-                            [this](const QString &text) {
-                                if (!m_closing.isWaiting()) // what it waits for is what counts then
-                                    slotStatusMsg(text);
-                            },
-                            [this] {
-                                if (!m_closing.isWaiting())
-                                    m_statusText->setText(idleText());
-                            },
-                            [this](const VelMerge::Question &notice) { static_cast<void>(askAbout(notice)); },
-                            m_now, [this](bool byHand) { return m_syncGuard->maySync(byHand); },
-                            [this] { return isRemote() || m_syncGuard->keepCopy(); }});
+    m_network = std::make_unique<VelNetwork>(VelNetwork::Context{
+        *m_doc, m_settings, *m_messages, *m_trust, [this] { return isInUse(); },
+        [this] { updateEditActions(); },
+        [this](const QString &text) {
+            if (!m_closing.isWaiting()) // what it waits for is what counts then
+                slotStatusMsg(text);
+        },
+        [this] {
+            if (!m_closing.isWaiting())
+                m_statusText->setText(idleText());
+        },
+        [this](const VelMerge::Question &notice) { static_cast<void>(askAbout(notice, true)); }, m_now,
+        [this](bool byHand) { return m_syncGuard->maySync(byHand); },
+        [this] { return isRemote() || m_syncGuard->keepCopy(); }});
     m_syncBar = new VelSyncBar(m_actions->stopSynchronizing, statusBar());
     initSyncGuard();
     connectNetwork();
@@ -234,7 +234,8 @@ void VelMainWindow::showWarning(const QString &text)
 /** As the server has it: of a copy in a file it is not known how old it is, or whether it is ever synchronised. */
 bool VelMainWindow::showsCalendarOf(quint32 userid) const
 {
-    return m_doc->getUserId() == userid && (isRemote() || userid == m_settings.origUserid);
+    return m_doc->getUserId() == userid && !m_doc->isArchive()
+        && (isRemote() || userid == m_settings.origUserid);
 }
 
 /** A calendar of somebody else that has no file here: the server keeps it. */
@@ -243,11 +244,11 @@ bool VelMainWindow::isRemote() const
     return m_doc->isUntitled() && m_doc->getUserId() != 0 && m_doc->getUserId() != m_settings.origUserid;
 }
 
-std::optional<int> VelMainWindow::askAbout(const VelMerge::Question &question)
+std::optional<int> VelMainWindow::askAbout(const VelMerge::Question &question, bool isUnasked)
 {
     if (m_ask)
         return m_ask(question);
-    return runEntryInfo(question.entry, question.mode(), question.text(), m_doc->isWritable(), true,
+    return runEntryInfo(question.entry, question.mode(), question.text(), m_doc->isWritable(), isUnasked,
                         question.others);
 }
 

@@ -232,8 +232,7 @@ int VelMainWindow::showEntryInfo(const VelEntry &entry, VelAnswer::Mode mode, co
 {
     const quint32 localid = isStored(entry) ? m_doc->getOriginalEntry(&entry)->localid : 0;
     const QPointer<VelMainWindow> self(this);
-    const int answer =
-        runEntryInfo(entry, mode, text, m_doc->isWritable()).value_or(VelAccount::Unanswered);
+    const int answer = runEntryInfo(entry, mode, text, m_doc->isWritable()).value_or(VelAccount::Unanswered);
     if (!self)
         return VelAccount::Unanswered;
     // A synchronisation that runs meanwhile does not know of the answer; the next one sends it.

@@ -156,7 +156,11 @@ void VelNetwork::startIfAllowed(const QString &text, bool quiet)
 {
     const QPointer<VelNetwork> self(this);
     const auto maySync = m_context.maySync; // this may go while it asks
+    std::optional<VelMessages::Unasked> unasked;
+    if (quiet)
+        unasked.emplace(m_context.messages);
     const bool isAllowed = maySync(!quiet);
+    unasked.reset();
     if (!self)
         return;
     if (isAllowed && !m_isSynchronizing)

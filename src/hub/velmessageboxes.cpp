@@ -136,7 +136,8 @@ std::optional<int> VelMessageBoxes::choose(const QString &text, const QString &c
     for (const Choice &choice : choices)
         dialog->addChoice(choice.text, choice.explanation);
     dialog->setChoice(usual);
-    const bool isChosen = dialog->exec() == QDialog::Accepted && dialog;
+    const int result = isUnasked() ? (new WRaised(dialog))->run(m_parent) : dialog->exec();
+    const bool isChosen = result == QDialog::Accepted && dialog;
     const std::optional<int> chosen = isChosen ? std::optional(dialog->choice()) : std::nullopt;
     delete dialog.data();
     return chosen;
