@@ -167,12 +167,10 @@ void VelXmlBuilder::startTopLevel(Name name, const char *const *attributes)
     }
     switch (name) {
     case Name::Action:
-        m_content.hasAction = true;
-        m_place = Place::Meta;
-        break;
     case Name::Meta:
         m_place = Place::Meta;
         m_isAction = name == Name::Action;
+        m_content.hasAction = m_content.hasAction || m_isAction;
         break;
     case Name::Account:
         m_place = Place::Account;

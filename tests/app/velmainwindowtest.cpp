@@ -124,8 +124,6 @@ private Q_SLOTS:
     void reminderShouldLeadToItsDate();
     void pdfThatFailsShouldLeaveTheOldFile_data();
     void pdfThatFailsShouldLeaveTheOldFile();
-    void windowMayGoWhileItAsks_data();
-    void windowMayGoWhileItAsks();
     void printDialogMayGoWithTheWindow();
 
 private:
@@ -967,24 +965,6 @@ void VelMainWindowTest::pdfThatFailsShouldLeaveTheOldFile()
     QCOMPARE(fileBytes(path), before);
     QCOMPARE(session.messages->errors(), errors);
     QVERIFY(isOpen); // to try another place
-}
-
-void VelMainWindowTest::windowMayGoWhileItAsks_data()
-{
-    QTest::addColumn<QString>("action");
-    for (const char *action :
-         {"file_print", "file_open", "file_save_as", "file_import", "file_export", "file_archive"})
-        QTest::newRow(action) << QString::fromLatin1(action);
-}
-
-void VelMainWindowTest::windowMayGoWhileItAsks()
-{
-    QFETCH(QString, action);
-    Session session;
-    session.choose(copyOfExample(QStringLiteral("asked.xml")));
-    session.whilePrinting = session.files->whileChoosing = [&session] { delete session.window; };
-    session.window->getAction(action)->trigger();
-    QVERIFY(!session.window);
 }
 
 void VelMainWindowTest::printDialogMayGoWithTheWindow()

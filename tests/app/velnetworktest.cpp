@@ -363,6 +363,7 @@ void VelNetworkTest::windowClosedAtANoticeShouldChangeNothing()
     const NetWindow net({Step{answer(Head + eventOf(3, 4, "First", 76) + Cancelled)}});
     Session &session = *net.session;
     addMeeting(session.doc());
+    session.doc().setSynctime(QStringLiteral("1"));
     const QUrl url = QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("question.xml")));
     QVERIFY(session.doc().saveDocument(url, true));
     const QByteArray before = fileBytes(url.toLocalFile());

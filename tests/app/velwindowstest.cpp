@@ -45,6 +45,8 @@ private Q_SLOTS:
     void fileShouldBeShownInOneWindow_data();
     void fileShouldBeShownInOneWindow();
     void remoteCalendarShouldNeedAServer();
+    void windowMayGoWhileItAsks_data();
+    void windowMayGoWhileItAsks();
 
 private:
     QTemporaryDir m_folder;
@@ -181,6 +183,24 @@ void VelWindowsTest::remoteCalendarShouldNeedAServer()
     session.trigger("file_remote");
     QCOMPARE(session.messages->last().kind, FakeMessages::Kind::Information);
     QVERIFY(!session.window->findChild<VelRemoteCalendarDialog *>());
+}
+
+void VelWindowsTest::windowMayGoWhileItAsks_data()
+{
+    QTest::addColumn<QString>("action");
+    for (const char *action :
+         {"file_print", "file_open", "file_save_as", "file_import", "file_export", "file_archive"})
+        QTest::newRow(action) << QString::fromLatin1(action);
+}
+
+void VelWindowsTest::windowMayGoWhileItAsks()
+{
+    QFETCH(QString, action);
+    Session session;
+    session.choose(m_folder.filePath(QStringLiteral("asked.xml")));
+    session.whilePrinting = session.files->whileChoosing = [&session] { delete session.window; };
+    session.window->getAction(action)->trigger();
+    QVERIFY(!session.window);
 }
 
 QTEST_MAIN(VelWindowsTest)
